@@ -1,0 +1,36 @@
+# GoogleTest: Debian's build natively; built from its packaged source when
+# cross-compiling, since no MinGW build of it exists.
+if(CMAKE_CROSSCOMPILING)
+  set(ZIRVEL_GOOGLETEST_SOURCE "/usr/src/googletest" CACHE PATH "GoogleTest source tree")
+  set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+  set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+  add_subdirectory(${ZIRVEL_GOOGLETEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+else()
+  find_package(GTest REQUIRED)
+endif()
+
+# Test data paths as the test binary sees them: Wine maps the Unix root to Z:.
+if(WIN32)
+  set(ZIRVEL_HOST_ROOT "Z:")
+else()
+  set(ZIRVEL_HOST_ROOT "")
+endif()
+
+# One CTest entry per test binary. Under Wine each run gets the private
+# prefix and X server that the emulator script sets up.
+function(zirvel_add_test_binary name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  zirvel_warnings(${name})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main GTest::gmock)
+  add_test(NAME ${name} COMMAND ${name} --gtest_color=no)
+  if(WIN32)
+    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine_prefix)
+  endif()
+endfunction()
+
+if(WIN32)
+  add_test(NAME wine_prefix_setup
+           COMMAND ${CMAKE_SOURCE_DIR}/cmake/wine-run.sh --prepare)
+  set_tests_properties(wine_prefix_setup PROPERTIES FIXTURES_SETUP wine_prefix)
+endif()

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that a task needs and that are missing.
+#   install-dependencies.sh run    building and running the program
+#   install-dependencies.sh test   building both platforms and running tests
+# Uses sudo when not root; never asks questions.
+set -euo pipefail
+
+build_packages=(cmake ninja-build g++ pkg-config)
+test_packages=(libgtest-dev libgmock-dev googletest
+               g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth)
+
+case "${1:-}" in
+  run)  wanted=("${build_packages[@]}") ;;
+  test) wanted=("${build_packages[@]}" "${test_packages[@]}") ;;
+  *) echo "usage: $0 run|test" >&2; exit 2 ;;
+esac
+
+missing=()
+for package in "${wanted[@]}"; do
+  status=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)
+  [[ "$status" == "install ok installed" ]] || missing+=("$package")
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+echo "Installing Debian packages: ${missing[*]}"
+as_root=()
+[[ $(id -u) -eq 0 ]] || as_root=(sudo)
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" </dev/null

@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Builds Zirvel for Linux and for Windows and runs every test: natively, and
+# under Wine on a private X server for the Windows build.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install-dependencies.sh test
+
+for preset in linux windows; do
+  echo "=== $preset: configure and build"
+  cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset"
+  echo "=== $preset: tests"
+  ctest --preset "$preset"
+done

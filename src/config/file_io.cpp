@@ -1,0 +1,57 @@
+#include "config/file_io.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+#include "config/utf.h"
+
+namespace zirvel {
+namespace {
+
+// Opens with the platform's native path encoding; reads share the file with
+// other readers and writers.
+std::FILE* OpenFile(const std::u16string& path, bool forWriting) {
+    const std::filesystem::path nativePath(path);
+#ifdef _WIN32
+    return _wfopen(nativePath.c_str(), forWriting ? L"wb" : L"rb");
+#else
+    return std::fopen(nativePath.c_str(), forWriting ? "wb" : "rb");
+#endif
+}
+
+}  // namespace
+
+std::u16string JoinPath(std::u16string_view directory, std::u16string_view name) {
+    std::u16string path(directory);
+    path += kPathSeparator;
+    path += name;
+    return path;
+}
+
+bool ReadFileBytes(const std::u16string& path, std::string& bytes) {
+    bytes.clear();
+    std::error_code error;
+    if (std::filesystem::is_directory(std::filesystem::path(path), error)) return false;
+    std::FILE* file = OpenFile(path, false);
+    if (!file) return false;
+    char buffer[1 << 16];
+    std::size_t count = 0;
+    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0) bytes.append(buffer, count);
+    std::fclose(file);
+    return true;
+}
+
+bool WriteFileBytes(const std::u16string& path, std::string_view bytes) {
+    std::FILE* file = OpenFile(path, true);
+    if (!file) return false;
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    return (std::fclose(file) == 0) && written;
+}
+
+bool PathExists(const std::u16string& path) {
+    std::error_code error;
+    return std::filesystem::exists(std::filesystem::path(path), error);
+}
+
+}  // namespace zirvel
