@@ -81,14 +81,14 @@ bool LoadEngineConfiguration(EngineConfiguration& configuration, std::u16string&
     }
     configuration.currentWheel = 0;
 
-    configuration.voiceCommands.clear();
+    configuration.globalVoiceFunctions.clear();
     const std::u16string voicePath = configuration.VoicePath();
     if (PathExists(voicePath)) {
         std::vector<Wheel> voiceWheels;
         if (!ReadWheelsFile(voicePath, voiceWheels, messages)) ok = false;
         for (const Wheel& wheel : voiceWheels) {
             for (const WheelFunction& function : wheel.functions) {
-                if (!function.voice.empty()) configuration.voiceCommands.push_back(function);
+                if (!function.voice.empty()) configuration.globalVoiceFunctions.push_back(function);
             }
         }
     }

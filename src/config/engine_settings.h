@@ -40,8 +40,8 @@ struct EngineConfiguration {
 
     EngineSettings settings;
     std::vector<Wheel> wheels;
-    std::size_t currentWheel = 0;
-    std::vector<WheelFunction> voiceCommands;   // functions with a phrase
+    std::int32_t currentWheel = 0;
+    std::vector<WheelFunction> globalVoiceFunctions;   // functions with a phrase
 
     std::u16string ConfigPath() const;
     std::u16string WheelsPath() const;

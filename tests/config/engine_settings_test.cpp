@@ -192,13 +192,13 @@ TEST_F(EngineSettingsTest, FirstRunLoadGivesTheDefaults) {
     voice.steps.push_back(KeyStep(u"alt", StepKind::Hold, 0));
     voice.steps.push_back(KeyStep(u"tab", StepKind::Click, 1));
     voice.steps.push_back(KeyStep(u"alt", StepKind::Release, 0));
-    ExpectSameFunctions({voice}, configuration_.voiceCommands);
+    ExpectSameFunctions({voice}, configuration_.globalVoiceFunctions);
 }
 
 TEST_F(EngineSettingsTest, ReloadDoesNotDuplicateVoiceCommands) {
     EXPECT_TRUE(Load());
     EXPECT_TRUE(Load());
-    EXPECT_EQ(configuration_.voiceCommands.size(), 1u);
+    EXPECT_EQ(configuration_.globalVoiceFunctions.size(), 1u);
     EXPECT_EQ(configuration_.wheels.size(), 1u);
 }
 
@@ -244,7 +244,7 @@ TEST_F(EngineSettingsTest, EveryUnreadableFormGivesTheSameMessage) {
         EXPECT_EQ(Settings().segmentColor, kDefaultSegmentColor);
         // Wheels and voice commands are still read.
         EXPECT_EQ(configuration_.wheels.size(), 1u);
-        EXPECT_EQ(configuration_.voiceCommands.size(), 1u);
+        EXPECT_EQ(configuration_.globalVoiceFunctions.size(), 1u);
     }
 }
 
@@ -608,7 +608,7 @@ TEST_F(EngineSettingsTest, VoiceCommandsAreTheFunctionsWithAPhrase) {
     notepad.delay = 50;
     notepad.icon = u"n.png";
     notepad.steps.push_back(zirvel_test::OpenStep(u"notepad"));
-    ExpectSameFunctions({copy, notepad}, configuration_.voiceCommands);
+    ExpectSameFunctions({copy, notepad}, configuration_.globalVoiceFunctions);
 
     // The wheels of voice.json are not shown.
     ASSERT_EQ(configuration_.wheels.size(), 1u);
@@ -619,16 +619,16 @@ TEST_F(EngineSettingsTest, VoiceFileWithoutPhrasesGivesNoCommands) {
     WriteBytes(File("voice.json"), R"({"actions": [{"name": "a", "key": "a"}]})");
     EXPECT_TRUE(Load());
     EXPECT_EQ(messages_, u"");
-    EXPECT_TRUE(configuration_.voiceCommands.empty());
+    EXPECT_TRUE(configuration_.globalVoiceFunctions.empty());
 }
 
 TEST_F(EngineSettingsTest, UnreadableVoiceFile) {
     EXPECT_TRUE(Load());
-    ASSERT_EQ(configuration_.voiceCommands.size(), 1u);
+    ASSERT_EQ(configuration_.globalVoiceFunctions.size(), 1u);
     WriteBytes(File("voice.json"), "to nie jest JSON");
     EXPECT_FALSE(Load());
     EXPECT_EQ(messages_, UnreadableWheels(JoinPath(dir_.U16(), u"voice.json")));
-    EXPECT_TRUE(configuration_.voiceCommands.empty());
+    EXPECT_TRUE(configuration_.globalVoiceFunctions.empty());
     ASSERT_EQ(configuration_.wheels.size(), 1u);
     EXPECT_EQ(configuration_.wheels[0].name, u"Kolo 1");
 }
@@ -637,7 +637,7 @@ TEST_F(EngineSettingsTest, VoiceFileMessagesNameDefaultJson) {
     WriteBytes(File("voice.json"), R"({"wheels": [{"name": "A"}]})");
     EXPECT_FALSE(Load());
     EXPECT_EQ(messages_, u"default.json: koło bez tablicy \"actions\".\n");
-    EXPECT_TRUE(configuration_.voiceCommands.empty());
+    EXPECT_TRUE(configuration_.globalVoiceFunctions.empty());
 }
 
 TEST_F(EngineSettingsTest, VoiceFileWarningKeepsTheRestOfTheCommand) {
@@ -645,10 +645,10 @@ TEST_F(EngineSettingsTest, VoiceFileWarningKeepsTheRestOfTheCommand) {
         "steps": [{"key": "volumeup", "action": "Click"}]}]})");
     EXPECT_FALSE(Load());
     EXPECT_EQ(messages_, u"default.json: nieznana czynność \"Click\" w polu \"Głośniej\".\n");
-    ASSERT_EQ(configuration_.voiceCommands.size(), 1u);
-    ASSERT_EQ(configuration_.voiceCommands[0].steps.size(), 1u);
-    EXPECT_EQ(configuration_.voiceCommands[0].steps[0].kind, StepKind::Click);
-    EXPECT_EQ(configuration_.voiceCommands[0].steps[0].key.vk, 0xAF);
+    ASSERT_EQ(configuration_.globalVoiceFunctions.size(), 1u);
+    ASSERT_EQ(configuration_.globalVoiceFunctions[0].steps.size(), 1u);
+    EXPECT_EQ(configuration_.globalVoiceFunctions[0].steps[0].kind, StepKind::Click);
+    EXPECT_EQ(configuration_.globalVoiceFunctions[0].steps[0].key.vk, 0xAF);
 }
 
 TEST_F(EngineSettingsTest, MissingVoiceFileIsNotAnError) {
@@ -658,7 +658,7 @@ TEST_F(EngineSettingsTest, MissingVoiceFileIsNotAnError) {
     EXPECT_TRUE(Load());
     EXPECT_EQ(messages_, u"");
     EXPECT_FALSE(FileExists(File("brak_katalogu")));
-    EXPECT_TRUE(configuration_.voiceCommands.empty());
+    EXPECT_TRUE(configuration_.globalVoiceFunctions.empty());
     EXPECT_EQ(configuration_.wheels.size(), 1u);
 }
 

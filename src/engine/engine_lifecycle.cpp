@@ -1,0 +1,130 @@
+#include "engine/engine_lifecycle.h"
+
+#include <mutex>
+
+#include "config/text.h"
+#include "config/wheels_file.h"
+#include "engine/engine_dispatch.h"
+#include "engine/engine_state.h"
+#include "engine/wheel_overlay.h"
+#include "navigation/grid.h"
+#include "voice/voice_phrases.h"
+
+namespace zirvel {
+namespace {
+
+constexpr std::uint32_t kGazeStopWait = 1500;
+constexpr std::uint32_t kVoiceStopWait = 2000;
+
+std::mutex bodiesLock;
+BackgroundBody gazeBody;
+BackgroundBody voiceBody;
+
+BackgroundBody Body(const BackgroundBody& body) {
+    std::lock_guard lock(bodiesLock);
+    return body;
+}
+
+void RebuildPhrases(EngineState& engine) {
+    RebuildVoicePhrases(engine.phrases, engine.configuration.wheels, engine.configuration.globalVoiceFunctions);
+}
+
+// Starts the thread when enabled and not running; stops it (bounded wait)
+// and reports it switched off when disabled.
+void MatchThreadToSetting(bool enabled, BackgroundThread& thread, const BackgroundBody& installed,
+                          std::atomic<std::int32_t>& status, std::uint32_t stopWait) {
+    if (!enabled) {
+        if (thread.Running()) {
+            thread.Stop(stopWait);
+            status = 0;
+        }
+        return;
+    }
+    if (thread.Running()) return;
+    if (BackgroundBody body = Body(installed)) thread.Start(std::move(body));
+}
+
+}  // namespace
+
+void SetGazeThreadBody(BackgroundBody body) {
+    std::lock_guard lock(bodiesLock);
+    gazeBody = std::move(body);
+}
+
+void SetVoiceThreadBody(BackgroundBody body) {
+    std::lock_guard lock(bodiesLock);
+    voiceBody = std::move(body);
+}
+
+bool StartEngine(bool showMessages) {
+    EngineState& engine = Engine();
+    Platform& system = *engine.platform;
+    engine.showMessages = showMessages;
+    std::u16string problems;
+    LoadEngineConfiguration(engine.configuration, problems);
+    system.SetEventSink(&EngineEventSink());
+
+    const EngineSettings& settings = engine.Settings();
+    if (!system.RegisterHotKey(settings.toggleKeyCode)) {
+        system.ShowWarning(Concat({u"Nie udało się zarejestrować globalnego skrótu '", settings.toggleKey,
+                                   u"'.\nByć może inny program już go używa."}));
+    }
+    if (!problems.empty() && showMessages) {
+        system.ShowWarning(Concat({u"Problemy z konfiguracją:\n\n", problems}));
+    }
+
+    if (settings.gazeEnabled) {
+        MatchThreadToSetting(true, engine.gazeThread, gazeBody, engine.gazeStatus, kGazeStopWait);
+    } else {
+        engine.gazeStatus = 0;
+    }
+    RebuildPhrases(engine);
+    if (settings.voiceEnabled) {
+        MatchThreadToSetting(true, engine.voiceThread, voiceBody, engine.voiceStatus, kVoiceStopWait);
+    } else {
+        engine.voiceStatus = 0;
+    }
+    return true;
+}
+
+void StopEngine() {
+    EngineState& engine = Engine();
+    if (engine.wheelVisible) HideWheel();
+    HideGrid();
+    if (engine.hintsVisible) {
+        engine.platform->HideSurface(Surface::Grid);
+        engine.hintsVisible = false;
+    }
+    engine.gazeThread.Stop(kGazeStopWait);
+    engine.voiceThread.Stop(kVoiceStopWait);
+    engine.platform->UnregisterHotKey();
+}
+
+void ReloadEngineConfiguration() {
+    EngineState& engine = Engine();
+    std::u16string ignored;
+    LoadEngineConfiguration(engine.configuration, ignored);
+    RebuildPhrases(engine);
+    const EngineSettings& settings = engine.Settings();
+    MatchThreadToSetting(settings.gazeEnabled, engine.gazeThread, gazeBody, engine.gazeStatus, kGazeStopWait);
+    MatchThreadToSetting(settings.voiceEnabled, engine.voiceThread, voiceBody, engine.voiceStatus, kVoiceStopWait);
+    // A changed toggleKey takes effect at the next start of the program.
+    if (engine.wheelVisible) RedrawWheel();
+}
+
+bool ActivateWheelFile(const std::u16string& path) {
+    std::vector<Wheel> wheels;
+    std::u16string ignored;
+    ReadWheelsFile(path, wheels, ignored);
+    std::erase_if(wheels, [](const Wheel& wheel) { return wheel.functions.empty(); });
+    if (wheels.empty()) return false;
+    EngineState& engine = Engine();
+    engine.configuration.wheels = std::move(wheels);
+    engine.configuration.currentWheel = 0;
+    engine.hoveredField = -1;
+    RebuildPhrases(engine);
+    if (engine.wheelVisible) RedrawWheel();
+    return true;
+}
+
+}  // namespace zirvel

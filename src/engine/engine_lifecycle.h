@@ -1,0 +1,24 @@
+// Starting, stopping and reloading the engine, and activating a wheels file.
+#pragma once
+
+#include <string>
+
+#include "engine/background_thread.h"
+
+namespace zirvel {
+
+// The bodies of the eye-tracker and voice threads; without one installed
+// the thread is not started.
+void SetGazeThreadBody(BackgroundBody body);
+void SetVoiceThreadBody(BackgroundBody body);
+
+// Loads the configuration, registers the hot key, builds the voice phrases
+// and starts the enabled threads. `showMessages` is the stand-alone host's
+// flag: configuration problems in a box and a tray icon of its own.
+bool StartEngine(bool showMessages);
+void StopEngine();
+void ReloadEngineConfiguration();
+// True when the file held a wheel with functions; otherwise nothing changes.
+bool ActivateWheelFile(const std::u16string& path);
+
+}  // namespace zirvel

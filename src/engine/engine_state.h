@@ -1,0 +1,100 @@
+// The engine's one process-wide state. Everything here belongs to the GUI
+// thread unless marked atomic or guarded; other threads reach it only by
+// posting messages through the platform.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "config/engine_settings.h"
+#include "engine/background_thread.h"
+#include "engine/geometry.h"
+#include "engine/platform.h"
+#include "voice/voice_phrases.h"
+
+namespace zirvel {
+
+// Wheel window geometry, in window pixels.
+inline constexpr std::int32_t kWheelWidth = 588;
+inline constexpr std::int32_t kWheelHeight = 460;
+inline constexpr std::int32_t kWheelCentreX = 294;
+inline constexpr std::int32_t kWheelCentreY = 230;
+inline constexpr double kRingInnerRadius = 46.0;
+inline constexpr double kRingOuterRadius = 226.0;
+inline constexpr ScreenRect kLeftArrowRect{10, 186, 54, 274};
+inline constexpr ScreenRect kRightArrowRect{534, 186, 578, 274};
+inline constexpr std::uint32_t kWheelTimerPeriod = 15;
+
+// Status codes of the eye tracker and the voice threads.
+inline constexpr std::int32_t kGazeActive = 4;
+inline constexpr std::int32_t kVoiceActive = 5;
+
+struct EngineState {
+    Platform* platform = nullptr;
+    bool engineStarted = false;
+    bool showMessages = false;  // the stand-alone host: own tray and boxes
+
+    // Configuration (settings, wheels, currentWheel, globalVoiceFunctions and
+    // where the files are).
+    EngineConfiguration configuration;
+    VoicePhraseTable phrases;
+
+    // Wheel overlay.
+    std::int32_t hoveredField = -1;
+    std::int32_t hoveredArrow = -1;
+    std::atomic<bool> wheelVisible{false};  // read by the voice thread
+    std::int32_t cursorX = kWheelCentreX;
+    std::int32_t cursorY = kWheelCentreY;
+    std::int32_t pendingDX = 0;
+    std::int32_t pendingDY = 0;
+    std::uint64_t lastMouseMoveTick = 0;
+    bool gazeDriven = false;
+    std::int32_t dwellTarget = -1;
+    std::uint64_t dwellStartTick = 0;
+    float dwellProgress = 0.0f;
+    ScreenPoint savedCursor;
+    WindowHandle savedForeground = 0;
+    bool focusSaved = false;
+    ScreenPoint wheelOrigin;  // screen position of the wheel window
+
+    // Screen navigation.
+    bool gridVisible = false;
+    bool hintsVisible = false;
+    std::atomic<std::int32_t> hintScanRunning{0};
+    ScreenRect gridRect;
+    std::int32_t gridLevel = 0;
+    std::vector<ScreenRect> hintRects;
+    ScreenRect hintArea;
+
+    // Eye tracker, written by its thread.
+    BackgroundThread gazeThread;
+    std::atomic<std::int32_t> gazeStatus{0};
+    std::atomic<std::int32_t> gazePointX{0};
+    std::atomic<std::int32_t> gazePointY{0};
+    std::atomic<std::uint64_t> lastGazeTick{0};
+
+    // Voice, written by its thread.
+    BackgroundThread voiceThread;
+    std::atomic<std::int32_t> voiceStatus{0};
+
+    // Redraw requests by picture, counted until the renderer is plugged in.
+    int wheelRedraws = 0;
+    int gridRedraws = 0;
+    int hintRedraws = 0;
+
+    const EngineSettings& Settings() const { return configuration.settings; }
+    const std::vector<Wheel>& Wheels() const { return configuration.wheels; }
+};
+
+// The process-wide state.
+EngineState& Engine();
+
+// Replaces the state with a fresh one on `platform` whose files live in
+// `programDirectory` (tests; and the hosts, before the first start).
+void ResetEngineState(Platform& platform, std::u16string programDirectory);
+
+}  // namespace zirvel

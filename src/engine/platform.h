@@ -1,0 +1,139 @@
+// Everything the engine asks of the operating system. Each platform layer
+// (platform/win32, platform/x11, platform/null) implements this interface;
+// the engine's logic is written once against it.
+//
+// Threads: "GUI" marks operations that only the GUI thread calls (the thread
+// that started the engine and pumps its windows); "any" marks operations
+// that worker, voice, gaze and scan threads call too.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "config/key_code.h"
+#include "engine/engine_message.h"
+#include "engine/geometry.h"
+
+namespace zirvel {
+
+// The two overlay windows: the wheel, and the grid (which the element hints
+// share).
+enum class Surface { Wheel, Grid };
+
+// A premultiplied 32-bit picture, top-down rows, 0xAARRGGBB per pixel: what
+// a layered window takes.
+struct Picture {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+// A window of another program, or 0 for none.
+using WindowHandle = std::uintptr_t;
+
+// What the platform delivers to the engine, always on the GUI thread.
+class PlatformEvents {
+public:
+    virtual ~PlatformEvents() = default;
+    // The global hot key went down (never for auto-repeat).
+    virtual void OnHotKey() = 0;
+    // Relative raw motion of a physical mouse while the pointer is captured.
+    virtual void OnRawMotion(std::int32_t dx, std::int32_t dy) = 0;
+    // A physical left-button press while the pointer is captured (raw input
+    // and the swallowing hook both report it; duplicates are harmless).
+    virtual void OnCapturedLeftButtonDown() = 0;
+    // The wheel's periodic timer.
+    virtual void OnWheelTimer() = 0;
+    // A message posted with Post.
+    virtual void OnMessage(EngineMessage message) = 0;
+};
+
+class Platform {
+public:
+    virtual ~Platform() = default;
+
+    // GUI. Where events go; set by the engine before it starts anything.
+    virtual void SetEventSink(PlatformEvents* events) = 0;
+
+    // --- Threads and time -------------------------------------------------
+    // any. Queues a message for the GUI thread; never blocks, never runs it
+    // inline.
+    virtual void Post(EngineMessage message) = 0;
+    // any. Milliseconds of a monotonic clock (GetTickCount64).
+    virtual std::uint64_t TickCount() = 0;
+    // any. Blocks the calling thread.
+    virtual void Sleep(std::uint32_t milliseconds) = 0;
+    // GUI. Runs a job on a new detached thread (function runs, clicks, scans).
+    virtual void RunDetached(std::function<void()> job) = 0;
+    // GUI. Starts / stops the wheel's periodic timer.
+    virtual void StartWheelTimer(std::uint32_t periodMilliseconds) = 0;
+    virtual void StopWheelTimer() = 0;
+
+    // --- Hot key ------------------------------------------------------------
+    // GUI. Registers the global hot key (no modifiers, no repeat); false when
+    // another program holds it.
+    virtual bool RegisterHotKey(const KeyCode& key) = 0;
+    virtual void UnregisterHotKey() = 0;
+
+    // --- Pointer ------------------------------------------------------------
+    // GUI. Pins the real pointer at `pinned`, swallows physical pointer
+    // events and reports raw motion and left presses through the events.
+    virtual void BeginPointerCapture(ScreenPoint pinned) = 0;
+    virtual void EndPointerCapture() = 0;
+    // GUI (reads from any thread are harmless).
+    virtual ScreenPoint CursorPosition() = 0;
+    virtual void SetCursorPosition(ScreenPoint point) = 0;
+
+    // --- Focus ---------------------------------------------------------------
+    // GUI. The window that has the foreground (keyboard focus), or 0.
+    virtual WindowHandle ForegroundWindow() = 0;
+    virtual bool IsWindow(WindowHandle window) = 0;
+    // GUI. Gives the foreground to `window`, attaching to the input of the
+    // window that holds it now.
+    virtual void GiveForeground(WindowHandle window) = 0;
+    // GUI. Lets the wheel take the foreground from `current` (takeFocus).
+    virtual void TakeForegroundForWheel(WindowHandle current) = 0;
+
+    // --- Screens -------------------------------------------------------------
+    // GUI. The whole rectangle of the monitor holding `point`: the nearest
+    // monitor, or the primary one when `nearest` is false and none holds it.
+    virtual ScreenRect MonitorRect(ScreenPoint point, bool nearest) = 0;
+    // GUI. The monitor holding the foreground window (primary if none).
+    virtual ScreenRect ForegroundMonitorRect() = 0;
+    // any. Width and height of the primary screen (SM_CXSCREEN, SM_CYSCREEN).
+    virtual ScreenPoint PrimaryScreenSize() = 0;
+
+    // --- Overlay surfaces -----------------------------------------------------
+    // GUI. Moves and sizes a surface, topmost, without activating it.
+    virtual void PlaceSurface(Surface surface, ScreenRect rect) = 0;
+    // GUI. Shows a surface topmost without activating it, or hides it.
+    virtual void ShowSurface(Surface surface) = 0;
+    virtual void HideSurface(Surface surface) = 0;
+    // GUI. Shows `picture` in the surface with its top-left at `position`
+    // (moving and resizing the surface to the picture).
+    virtual void PresentPicture(Surface surface, ScreenPoint position, const Picture& picture) = 0;
+    // GUI. The surface's screen rectangle.
+    virtual ScreenRect SurfaceRect(Surface surface) = 0;
+
+    // --- Injection -------------------------------------------------------------
+    // any. One key press or release by virtual-key code (as a scan code).
+    virtual void InjectKey(std::uint16_t vk, bool extended, bool press) = 0;
+    // any. One press or release of a physical mouse button (0 left, 1 right,
+    // 2 middle, 3 and 4 side) at the current pointer position.
+    virtual void InjectMouseButton(std::uint32_t button, bool press) = 0;
+    // any. The system's primary and secondary buttons are swapped.
+    virtual bool MouseButtonsSwapped() = 0;
+    // any. Opens an address, document or program; failures are silent.
+    virtual void OpenTarget(const std::u16string& target) = 0;
+
+    // --- Messages -------------------------------------------------------------
+    // GUI. A modal warning box titled "Zirvel".
+    virtual void ShowWarning(const std::u16string& text) = 0;
+    // GUI. A balloon on the engine's own tray icon (only the stand-alone
+    // engine host has one).
+    virtual void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) = 0;
+};
+
+}  // namespace zirvel

@@ -1,0 +1,38 @@
+#include "navigation/grid.h"
+
+#include "engine/engine_state.h"
+#include "engine/renderer.h"
+#include "navigation/grid_geometry.h"
+
+namespace zirvel {
+
+void ShowGrid() {
+    EngineState& engine = Engine();
+    Platform& system = *engine.platform;
+    if (engine.hintsVisible) {
+        system.HideSurface(Surface::Grid);
+        engine.hintsVisible = false;
+    }
+    engine.gridRect = system.MonitorRect(system.CursorPosition(), false);
+    engine.gridLevel = 1;
+    RenderGrid();
+    system.ShowSurface(Surface::Grid);
+    engine.gridVisible = true;
+    system.SetCursorPosition(GridAreaCentre(engine.gridRect));
+}
+
+void NarrowGrid(int cell) {
+    EngineState& engine = Engine();
+    if (!NarrowGridArea(engine.gridRect, engine.gridLevel, cell)) return;
+    ++engine.gridLevel;
+    RenderGrid();
+    engine.platform->SetCursorPosition(GridAreaCentre(engine.gridRect));
+}
+
+void HideGrid() {
+    EngineState& engine = Engine();
+    engine.platform->HideSurface(Surface::Grid);
+    engine.gridVisible = false;
+}
+
+}  // namespace zirvel

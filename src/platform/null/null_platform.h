@@ -1,0 +1,171 @@
+// A headless platform: records every request of the engine with the time it
+// came, and lets a test play the user (hot key, raw motion, clicks) and the
+// passage of time. With the virtual clock, time moves only when the test
+// advances it, so timing rules can be checked to the millisecond; with the
+// real clock it runs in real time for tests with tolerances and for running
+// the engine in a process without a display.
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/platform.h"
+
+namespace zirvel {
+
+struct InjectedInput {
+    enum class Kind { Key, MouseButton };
+    std::uint64_t time = 0;
+    Kind kind = Kind::Key;
+    std::uint16_t vk = 0;
+    bool extended = false;
+    std::uint32_t button = 0;  // the physical button sent
+    bool press = false;
+};
+
+struct OpenedTarget {
+    std::uint64_t time = 0;
+    std::u16string target;
+};
+
+struct CursorMove {
+    std::uint64_t time = 0;
+    ScreenPoint point;
+};
+
+struct SurfaceState {
+    ScreenRect rect;
+    bool visible = false;
+    int presentCount = 0;
+    int showCount = 0;
+    Picture lastPicture;
+};
+
+class NullPlatform final : public Platform {
+public:
+    enum class Clock { Virtual, Real };
+    explicit NullPlatform(Clock clock = Clock::Virtual);
+    ~NullPlatform() override;
+
+    // --- Playing the user and the system (test thread = GUI thread) ---------
+    // Runs the GUI thread's loop for `milliseconds`: worker threads wake at
+    // their times, the wheel timer ticks every period and posted messages are
+    // delivered, in time order.
+    void Advance(std::uint64_t milliseconds);
+    // Delivers the messages posted so far (and those they post in turn).
+    void DispatchPosted();
+    void PressHotKey();
+    // Physical mouse motion: raw motion while captured, else the pointer moves.
+    void MoveMouse(std::int32_t dx, std::int32_t dy);
+    // A physical left press: reported while captured, else only recorded.
+    void PressLeftButton();
+    void SetMonitors(std::vector<ScreenRect> monitors);  // the first is primary
+    void SetCursor(ScreenPoint point);
+    void SetForeground(WindowHandle window);  // also makes it a live window
+    void CloseWindow(WindowHandle window);
+    void SetHotKeyTaken(bool taken);
+    void SetButtonsSwapped(bool swapped);
+
+    // --- What the engine asked for --------------------------------------------
+    std::vector<InjectedInput> Injected() const;
+    std::vector<OpenedTarget> Opened() const;
+    std::vector<CursorMove> CursorMoves() const;
+    std::vector<std::u16string> Warnings() const;
+    std::vector<std::u16string> TrayNotices() const;  // "title|text"
+    std::vector<WindowHandle> ForegroundRequests() const;
+    SurfaceState SurfaceAt(Surface surface) const;
+    std::optional<KeyCode> RegisteredHotKey() const;
+    int HotKeyRegistrations() const;
+    bool PointerCaptured() const;
+    std::optional<ScreenPoint> PinnedAt() const;
+    bool WheelTimerRunning() const;
+    std::uint32_t WheelTimerPeriod() const;
+    int WheelTakeFocusRequests() const;
+    std::uint64_t Now() const;
+    std::size_t DetachedJobsStarted() const;
+
+    // --- Platform --------------------------------------------------------------
+    void SetEventSink(PlatformEvents* events) override;
+    void Post(EngineMessage message) override;
+    std::uint64_t TickCount() override;
+    void Sleep(std::uint32_t milliseconds) override;
+    void RunDetached(std::function<void()> job) override;
+    void StartWheelTimer(std::uint32_t periodMilliseconds) override;
+    void StopWheelTimer() override;
+    bool RegisterHotKey(const KeyCode& key) override;
+    void UnregisterHotKey() override;
+    void BeginPointerCapture(ScreenPoint pinned) override;
+    void EndPointerCapture() override;
+    ScreenPoint CursorPosition() override;
+    void SetCursorPosition(ScreenPoint point) override;
+    WindowHandle ForegroundWindow() override;
+    bool IsWindow(WindowHandle window) override;
+    void GiveForeground(WindowHandle window) override;
+    void TakeForegroundForWheel(WindowHandle current) override;
+    ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
+    ScreenRect ForegroundMonitorRect() override;
+    ScreenPoint PrimaryScreenSize() override;
+    void PlaceSurface(Surface surface, ScreenRect rect) override;
+    void ShowSurface(Surface surface) override;
+    void HideSurface(Surface surface) override;
+    void PresentPicture(Surface surface, ScreenPoint position, const Picture& picture) override;
+    ScreenRect SurfaceRect(Surface surface) override;
+    void InjectKey(std::uint16_t vk, bool extended, bool press) override;
+    void InjectMouseButton(std::uint32_t button, bool press) override;
+    bool MouseButtonsSwapped() override;
+    void OpenTarget(const std::u16string& target) override;
+    void ShowWarning(const std::u16string& text) override;
+    void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) override;
+
+private:
+    std::uint64_t NowLocked() const;
+    // Virtual clock: waits (bounded) until every worker sleeps or has ended.
+    void WaitForWorkersToSettle(std::unique_lock<std::mutex>& lock);
+    void DeliverTimerTicksUpTo(std::uint64_t time);
+
+    const Clock clock_;
+    const std::chrono::steady_clock::time_point realStart_;
+    mutable std::mutex mutex_;
+    std::condition_variable changed_;
+    PlatformEvents* events_ = nullptr;
+
+    std::uint64_t virtualNow_ = 0;
+    std::multimap<std::uint64_t, int> sleepers_;  // wake time -> sleeper id
+    int nextSleeperId_ = 0;
+    int runningWorkers_ = 0;  // started or woken, not yet asleep or done
+    int liveWorkers_ = 0;
+    bool shuttingDown_ = false;
+    std::size_t jobsStarted_ = 0;
+
+    std::deque<EngineMessage> posted_;
+    bool timerRunning_ = false;
+    std::uint32_t timerPeriod_ = 0;
+    std::uint64_t nextTimerTick_ = 0;
+
+    std::optional<KeyCode> hotKey_;
+    int hotKeyRegistrations_ = 0;
+    bool hotKeyTaken_ = false;
+    bool captured_ = false;
+    std::optional<ScreenPoint> pinned_;
+    ScreenPoint cursor_;
+    std::vector<CursorMove> cursorMoves_;
+    WindowHandle foreground_ = 0;
+    std::vector<WindowHandle> liveWindows_;
+    std::vector<WindowHandle> foregroundRequests_;
+    int takeFocusRequests_ = 0;
+    std::vector<ScreenRect> monitors_{ScreenRect{0, 0, 1920, 1080}};
+    std::map<Surface, SurfaceState> surfaces_;
+    bool buttonsSwapped_ = false;
+    std::vector<InjectedInput> injected_;
+    std::vector<OpenedTarget> opened_;
+    std::vector<std::u16string> warnings_;
+    std::vector<std::u16string> trayNotices_;
+};
+
+}  // namespace zirvel

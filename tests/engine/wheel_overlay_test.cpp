@@ -1,0 +1,264 @@
+#include "engine_fixture.h"
+
+namespace zirvel_test {
+namespace {
+
+using zirvel::HitTestArrow;
+using zirvel::HitTestField;
+
+constexpr char kFourFields[] = R"({"actions": [
+  {"name": "up", "key": "a"}, {"name": "right", "key": "b"}, {"name": "down", "key": "c"}, {"name": "left", "key": "d"}]})";
+constexpr char kTwoWheels[] = R"({"wheels": [
+  {"name": "A", "actions": [{"name": "a", "key": "a"}]},
+  {"name": "B", "actions": [{"name": "b", "key": "b"}]}]})";
+
+TEST_F(EngineTest, FourFieldsStartAtTwelveOClockAndGoClockwise) {
+    Start("{}", kFourFields);
+    EXPECT_EQ(HitTestField(294 + 100, 230), 1);
+    EXPECT_EQ(HitTestField(294, 130), 0);
+    EXPECT_EQ(HitTestField(294, 330), 2);
+    EXPECT_EQ(HitTestField(194, 230), 3);
+}
+
+TEST_F(EngineTest, RingRadiiCountInsideAndTheGapsDoNot) {
+    Start("{}", kFourFields);
+    EXPECT_EQ(HitTestField(294, 230 - 45), -1);
+    EXPECT_EQ(HitTestField(294, 230 - 46), 0);
+    EXPECT_EQ(HitTestField(294, 230 - 226), 0);
+    EXPECT_EQ(HitTestField(294 + 227, 230), -1);
+    EXPECT_EQ(HitTestField(294, 230), -1);
+}
+
+TEST_F(EngineTest, ArrowsExistOnlyWithTwoWheels) {
+    Start("{}", kFourFields);
+    EXPECT_EQ(HitTestArrow(30, 230), -1);
+    EXPECT_EQ(HitTestArrow(550, 230), -1);
+    EXPECT_EQ(OverlayActivateWheelFile(nullptr), 0);
+    WriteFile("two.json", kTwoWheels);
+    ASSERT_EQ(OverlayActivateWheelFile(PathOf("two.json").c_str()), 1);
+    EXPECT_EQ(HitTestArrow(10, 186), 0);
+    EXPECT_EQ(HitTestArrow(53, 273), 0);
+    EXPECT_EQ(HitTestArrow(54, 230), -1);  // right and bottom edges are outside
+    EXPECT_EQ(HitTestArrow(30, 274), -1);
+    EXPECT_EQ(HitTestArrow(534, 186), 1);
+    EXPECT_EQ(HitTestArrow(577, 273), 1);
+    EXPECT_EQ(HitTestArrow(294, 230), -1);
+}
+
+TEST_F(EngineTest, WheelShowsCentredOnTheMonitorOfTheCursor) {
+    platform_.SetMonitors({{0, 0, 1920, 1080}, {1920, 0, 1920 + 1280, 1024}});
+    platform_.SetCursor({2500, 300});
+    Start();
+    platform_.PressHotKey();
+    const zirvel::SurfaceState wheel = platform_.SurfaceAt(zirvel::Surface::Wheel);
+    EXPECT_TRUE(wheel.visible);
+    EXPECT_EQ(wheel.rect, (zirvel::ScreenRect{1920 + (1280 - 588) / 2, (1024 - 460) / 2,
+                                               1920 + (1280 - 588) / 2 + 588, (1024 - 460) / 2 + 460}));
+    EXPECT_TRUE(platform_.PointerCaptured());
+    EXPECT_EQ(platform_.PinnedAt(), (zirvel::ScreenPoint{2500, 300}));
+    EXPECT_TRUE(platform_.WheelTimerRunning());
+    EXPECT_EQ(platform_.WheelTimerPeriod(), 15u);
+    EXPECT_EQ(engine().cursorX, 294);
+    EXPECT_EQ(engine().cursorY, 230);
+    EXPECT_EQ(engine().wheelRedraws, 1);  // the first frame before showing
+}
+
+TEST_F(EngineTest, HotKeyAgainHidesAndGivesCursorAndFocusBack) {
+    Start();
+    platform_.PressHotKey();
+    platform_.SetForeground(0x999);  // something else grabbed the focus meanwhile
+    platform_.MoveMouse(50, 50);
+    platform_.Advance(30);
+    platform_.PressHotKey();
+    EXPECT_FALSE(platform_.SurfaceAt(zirvel::Surface::Wheel).visible);
+    EXPECT_FALSE(platform_.PointerCaptured());
+    EXPECT_FALSE(platform_.WheelTimerRunning());
+    ASSERT_EQ(platform_.CursorMoves().size(), 1u);
+    EXPECT_EQ(platform_.CursorMoves()[0].point, (zirvel::ScreenPoint{700, 500}));
+    ASSERT_EQ(platform_.ForegroundRequests().size(), 1u);
+    EXPECT_EQ(platform_.ForegroundRequests()[0], kGameWindow);
+}
+
+TEST_F(EngineTest, FocusIsNotGivenToAClosedWindowNorToTheOneThatHasIt) {
+    Start();
+    platform_.PressHotKey();
+    platform_.PressHotKey();
+    EXPECT_TRUE(platform_.ForegroundRequests().empty());  // it still had the focus
+    platform_.PressHotKey();
+    platform_.CloseWindow(kGameWindow);
+    platform_.PressHotKey();
+    EXPECT_TRUE(platform_.ForegroundRequests().empty());
+}
+
+TEST_F(EngineTest, TakeFocusAsksForTheForegroundOnlyWhenSet) {
+    Start();
+    platform_.PressHotKey();
+    EXPECT_EQ(platform_.WheelTakeFocusRequests(), 0);
+    platform_.PressHotKey();
+    WriteFile("config.json", R"({"takeFocus": true})");
+    OverlayReloadConfig();
+    platform_.PressHotKey();
+    EXPECT_EQ(platform_.WheelTakeFocusRequests(), 1);
+}
+
+TEST_F(EngineTest, RawMotionMovesTheVirtualCursorOnePixelPerCountAtTheNextTick) {
+    Start("{}", kFourFields);
+    platform_.PressHotKey();
+    platform_.MoveMouse(37, -12);
+    EXPECT_EQ(engine().cursorX, 294);  // applied by the timer
+    platform_.Advance(15);
+    EXPECT_EQ(engine().cursorX, 294 + 37);
+    EXPECT_EQ(engine().cursorY, 230 - 12);
+    EXPECT_EQ(platform_.CursorPosition(), (zirvel::ScreenPoint{700, 500}));  // the real one stays
+}
+
+TEST_F(EngineTest, TheVirtualCursorIsClampedToTheOverlay) {
+    Start("{}", kFourFields);
+    platform_.PressHotKey();
+    platform_.MoveMouse(-5000, -5000);
+    platform_.Advance(15);
+    EXPECT_EQ(engine().cursorX, 0);
+    EXPECT_EQ(engine().cursorY, 0);
+    platform_.MoveMouse(9000, 9000);
+    platform_.Advance(15);
+    EXPECT_EQ(engine().cursorX, 587);
+    EXPECT_EQ(engine().cursorY, 459);
+}
+
+TEST_F(EngineTest, RedrawsHappenOnlyWhenSomethingVisibleChanged) {
+    Start("{}", kFourFields);
+    platform_.PressHotKey();
+    const int afterShow = engine().wheelRedraws;
+    platform_.Advance(150);  // ten quiet ticks
+    EXPECT_EQ(engine().wheelRedraws, afterShow);
+    platform_.MoveMouse(1, 0);
+    platform_.Advance(15);
+    EXPECT_EQ(engine().wheelRedraws, afterShow + 1);
+    EXPECT_EQ(engine().hoveredField, -1);
+    MoveVirtualCursorTo(294, 100);
+    EXPECT_EQ(engine().hoveredField, 0);
+    EXPECT_EQ(engine().wheelRedraws, afterShow + 2);
+}
+
+TEST_F(EngineTest, ClickInTheCentreGapKeepsTheWheelOpen) {
+    Start("{}", kFourFields);
+    platform_.PressHotKey();
+    platform_.PressLeftButton();
+    platform_.Advance(15);
+    EXPECT_EQ(OverlayIsWheelVisible(), 1);
+    EXPECT_TRUE(platform_.Injected().empty());
+}
+
+TEST_F(EngineTest, LeftArrowOnTheFirstWheelShowsTheLastAndStaysOpen) {
+    Start("{}", kTwoWheels);
+    platform_.PressHotKey();
+    MoveVirtualCursorTo(30, 230);
+    EXPECT_EQ(engine().hoveredArrow, 0);
+    platform_.PressLeftButton();
+    platform_.Advance(15);
+    EXPECT_EQ(engine().configuration.currentWheel, 1);
+    EXPECT_EQ(OverlayIsWheelVisible(), 1);
+    MoveVirtualCursorTo(550, 230);
+    platform_.PressLeftButton();
+    platform_.Advance(15);
+    EXPECT_EQ(engine().configuration.currentWheel, 0);
+}
+
+TEST_F(EngineTest, DuplicateSelectionsOfOneClickRunTheFunctionOnce) {
+    Start(R"({"sendDelay": 0, "keyHold": 0})", kFourFields);
+    platform_.PressHotKey();
+    MoveVirtualCursorTo(394, 230);
+    platform_.PressLeftButton();
+    platform_.PressLeftButton();  // the hook and raw input both report it
+    platform_.Advance(100);
+    EXPECT_EQ(OverlayIsWheelVisible(), 0);
+    ASSERT_EQ(platform_.Injected().size(), 2u);
+    EXPECT_EQ(platform_.Injected()[0].vk, 'B');
+}
+
+// --- Gaze --------------------------------------------------------------------------
+
+class GazeTest : public EngineTest {
+protected:
+    // Gaze at a point of the wheel window on a 1920 x 1080 primary screen.
+    void LookAt(int x, int y) {
+        const zirvel::ScreenRect wheel = platform_.SurfaceAt(zirvel::Surface::Wheel).rect;
+        engine().gazePointX = (wheel.left + x) * 10000 / 1920;
+        engine().gazePointY = (wheel.top + y) * 10000 / 1080;
+    }
+    // Keeps the gaze sample fresh for `ms`, one tick at a time.
+    void Dwell(std::uint64_t ms) {
+        for (std::uint64_t t = 0; t < ms; t += 15) {
+            engine().lastGazeTick = platform_.Now();
+            platform_.Advance(15);
+        }
+    }
+};
+
+TEST_F(GazeTest, DwellOnAFieldSelectsIt) {
+    Start(R"({"gazeDwell": 300, "sendDelay": 0, "keyHold": 0})", kFourFields);
+    engine().gazeStatus = zirvel::kGazeActive;
+    platform_.Advance(1000);  // the mouse has been still for long
+    platform_.PressHotKey();
+    LookAt(294, 80);
+    Dwell(150);
+    EXPECT_EQ(engine().hoveredField, 0);
+    EXPECT_TRUE(engine().gazeDriven);
+    EXPECT_GT(engine().dwellProgress, 0.03f);
+    EXPECT_LT(engine().dwellProgress, 1.0f);
+    Dwell(600);
+    EXPECT_EQ(OverlayIsWheelVisible(), 0);
+    platform_.Advance(50);
+    ASSERT_FALSE(platform_.Injected().empty());
+    EXPECT_EQ(platform_.Injected()[0].vk, 'A');
+}
+
+TEST_F(GazeTest, ZeroDwellNeverSelects) {
+    Start(R"({"gazeDwell": 0})", kFourFields);
+    engine().gazeStatus = zirvel::kGazeActive;
+    platform_.Advance(1000);
+    platform_.PressHotKey();
+    LookAt(294, 80);
+    Dwell(3000);
+    EXPECT_EQ(engine().hoveredField, 0);
+    EXPECT_EQ(OverlayIsWheelVisible(), 1);
+    EXPECT_EQ(engine().dwellProgress, 0.0f);
+}
+
+TEST_F(GazeTest, MouseMotionCancelsTheDwellAndTheGazeWaitsForStillness) {
+    Start(R"({"gazeDwell": 2000})", kFourFields);
+    engine().gazeStatus = zirvel::kGazeActive;
+    platform_.Advance(1000);
+    platform_.PressHotKey();
+    LookAt(294, 80);
+    Dwell(300);
+    ASSERT_GT(engine().dwellProgress, 0.0f);
+    platform_.MoveMouse(0, 1);
+    Dwell(15);
+    EXPECT_EQ(engine().dwellProgress, 0.0f);
+    EXPECT_FALSE(engine().gazeDriven);
+    const int y = engine().cursorY;
+    Dwell(690);  // still within 700 ms of the motion: the gaze does not steer
+    EXPECT_FALSE(engine().gazeDriven);
+    EXPECT_EQ(engine().cursorY, y);
+    Dwell(45);
+    EXPECT_TRUE(engine().gazeDriven);
+}
+
+TEST_F(GazeTest, AStaleGazeSampleDoesNotSteer) {
+    Start(R"({"gazeDwell": 300})", kFourFields);
+    engine().gazeStatus = zirvel::kGazeActive;
+    platform_.Advance(1000);
+    platform_.PressHotKey();
+    LookAt(294, 80);
+    engine().lastGazeTick = platform_.Now();
+    platform_.Advance(300);
+    const int y = engine().cursorY;
+    EXPECT_LT(y, 230);  // it steered while the sample was fresh
+    LookAt(294, 400);
+    platform_.Advance(300);
+    EXPECT_EQ(engine().cursorY, y);  // not after 250 ms without a new sample
+}
+
+}  // namespace
+}  // namespace zirvel_test
