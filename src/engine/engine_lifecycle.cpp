@@ -7,6 +7,7 @@
 #include "engine/engine_dispatch.h"
 #include "engine/engine_state.h"
 #include "engine/wheel_overlay.h"
+#include "navigation/element_hints.h"
 #include "navigation/grid.h"
 #include "voice/voice_phrases.h"
 
@@ -91,10 +92,7 @@ void StopEngine() {
     EngineState& engine = Engine();
     if (engine.wheelVisible) HideWheel();
     HideGrid();
-    if (engine.hintsVisible) {
-        engine.platform->HideSurface(Surface::Grid);
-        engine.hintsVisible = false;
-    }
+    HideHints();
     engine.gazeThread.Stop(kGazeStopWait);
     engine.voiceThread.Stop(kVoiceStopWait);
     engine.platform->UnregisterHotKey();

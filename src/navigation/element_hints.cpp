@@ -6,11 +6,14 @@
 #include "engine/function_runner.h"
 #include "engine/renderer.h"
 #include "navigation/element_scanner.h"
+#include "navigation/grid.h"
 
 namespace zirvel {
 namespace {
 
 std::atomic<ElementScanner*> installedScanner{nullptr};
+
+}  // namespace
 
 void HideHints() {
     EngineState& engine = Engine();
@@ -19,15 +22,12 @@ void HideHints() {
     engine.hintsVisible = false;
 }
 
-}  // namespace
-
 void SetElementScanner(ElementScanner* scanner) { installedScanner = scanner; }
 
 void StartElementScan(bool browserPageOnly) {
     EngineState& engine = Engine();
     if (engine.hintScanRunning.exchange(1) == 1) return;  // one scan at a time
-    engine.platform->HideSurface(Surface::Grid);
-    engine.gridVisible = false;
+    HideGrid();
     Platform* platform = engine.platform;
     const ElementScanMode mode = browserPageOnly ? ElementScanMode::BrowserPage : ElementScanMode::ForegroundWindow;
     // The scan thread touches no engine state: it only posts its result.
@@ -53,8 +53,7 @@ void HandleElementScanResult(std::unique_ptr<ElementScanResult> result) {
         engine.hintArea = result->area;
     }
     if (engine.hintRects.empty()) return;
-    engine.platform->HideSurface(Surface::Grid);
-    engine.gridVisible = false;
+    HideGrid();
     RenderHints();
     engine.platform->ShowSurface(Surface::Grid);
     engine.hintsVisible = true;

@@ -17,6 +17,8 @@ void SetElementScanner(ElementScanner* scanner);
 // Starts a scan on its own thread unless one is running; hides the grid.
 // `browserPageOnly` restricts it to a web browser's page.
 void StartElementScan(bool browserPageOnly);
+// Hides the hint picture if it shows.
+void HideHints();
 // Drops a running scan's result and hides the hints.
 void CancelElementHints();
 // A scan's result arrived on the GUI thread.

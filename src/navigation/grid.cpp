@@ -2,6 +2,7 @@
 
 #include "engine/engine_state.h"
 #include "engine/renderer.h"
+#include "navigation/element_hints.h"
 #include "navigation/grid_geometry.h"
 
 namespace zirvel {
@@ -9,10 +10,7 @@ namespace zirvel {
 void ShowGrid() {
     EngineState& engine = Engine();
     Platform& system = *engine.platform;
-    if (engine.hintsVisible) {
-        system.HideSurface(Surface::Grid);
-        engine.hintsVisible = false;
-    }
+    HideHints();
     engine.gridRect = system.MonitorRect(system.CursorPosition(), false);
     engine.gridLevel = 1;
     RenderGrid();
