@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 
 scripts/install-dependencies.sh test
 
-for preset in linux windows; do
+for preset in linux linux-tsan windows; do
   echo "=== $preset: configure and build"
   cmake --preset "$preset" >/dev/null
   cmake --build --preset "$preset"

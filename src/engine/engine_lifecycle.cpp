@@ -26,6 +26,12 @@ BackgroundBody Body(const BackgroundBody& body) {
     return body;
 }
 
+// Loads the files and publishes the one setting the voice thread reads.
+void LoadConfiguration(EngineState& engine, std::u16string& problems) {
+    LoadEngineConfiguration(engine.configuration, problems);
+    engine.voiceGlobal = engine.Settings().voiceGlobal;
+}
+
 void RebuildPhrases(EngineState& engine) {
     RebuildVoicePhrases(engine.phrases, engine.configuration.wheels, engine.configuration.globalVoiceFunctions);
 }
@@ -62,7 +68,7 @@ bool StartEngine(bool showMessages) {
     Platform& system = *engine.platform;
     engine.showMessages = showMessages;
     std::u16string problems;
-    LoadEngineConfiguration(engine.configuration, problems);
+    LoadConfiguration(engine, problems);
     system.SetEventSink(&EngineEventSink());
 
     const EngineSettings& settings = engine.Settings();
@@ -101,7 +107,7 @@ void StopEngine() {
 void ReloadEngineConfiguration() {
     EngineState& engine = Engine();
     std::u16string ignored;
-    LoadEngineConfiguration(engine.configuration, ignored);
+    LoadConfiguration(engine, ignored);
     RebuildPhrases(engine);
     const EngineSettings& settings = engine.Settings();
     MatchThreadToSetting(settings.gazeEnabled, engine.gazeThread, gazeBody, engine.gazeStatus, kGazeStopWait);

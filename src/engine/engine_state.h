@@ -80,6 +80,8 @@ struct EngineState {
     // Voice, written by its thread.
     BackgroundThread voiceThread;
     std::atomic<std::int32_t> voiceStatus{0};
+    // settings.voiceGlobal as the voice thread reads it, set at every load.
+    std::atomic<bool> voiceGlobal{true};
 
     // Redraw requests by picture, counted until the renderer is plugged in.
     int wheelRedraws = 0;

@@ -14,21 +14,6 @@ constexpr char kThreeWheels[] = R"({"wheels": [
   {"name": "B", "actions": [{"name": "b", "key": "b"}]},
   {"name": "C", "actions": [{"name": "c", "key": "c"}]}]})";
 
-void PostVoice(zirvel::NullPlatform& platform, std::int32_t code) {
-    EngineMessage message;
-    message.kind = EngineMessageKind::VoiceCommand;
-    message.first = code;
-    platform.Post(std::move(message));
-}
-
-void PostRun(zirvel::NullPlatform& platform, EngineMessageKind kind, std::int64_t first, std::int64_t second = 0) {
-    EngineMessage message;
-    message.kind = kind;
-    message.first = first;
-    message.second = second;
-    platform.Post(std::move(message));
-}
-
 TEST_F(EngineTest, NextWheelWrapsFromTheLastToTheFirst) {
     Start("{}", kThreeWheels);
     PostVoice(platform_, 3);
@@ -264,6 +249,51 @@ TEST_F(HintsTest, ShowingTheGridHidesTheHints) {
     platform_.Advance(15);
     EXPECT_FALSE(engine().hintsVisible);
     EXPECT_TRUE(engine().gridVisible);
+}
+
+void PostSkipped(zirvel::NullPlatform& platform, std::u16string phrases) {
+    EngineMessage message;
+    message.kind = EngineMessageKind::SkippedPhrases;
+    message.text = std::move(phrases);
+    platform.Post(std::move(message));
+}
+
+// The engine started by the stand-alone host, which has a tray icon.
+class HostEngineTest : public EngineTest {
+protected:
+    void StartHost() {
+        WriteFile("config.json", "{}");
+        WriteFile("voice.json", R"({"actions": []})");
+        ASSERT_TRUE(zirvel::StartEngine(true));
+    }
+};
+
+TEST_F(HostEngineTest, SkippedPhrasesShowAWarningNotice) {
+    StartHost();
+    PostSkipped(platform_, u"\u201Eskok w bok\u201D, \u201Equux\u201D");
+    platform_.DispatchPosted();
+    ASSERT_EQ(platform_.TrayNotices().size(), 1u);
+    EXPECT_EQ(platform_.TrayNotices()[0],
+              u"Zirvel \u2014 komendy g\u0142osowe|Pomini\u0119to frazy ze s\u0142owami spoza s\u0142ownika modelu: "
+              u"\u201Eskok w bok\u201D, \u201Equux\u201D");
+}
+
+TEST_F(HostEngineTest, ALongSkippedListIsCutTo255Units) {
+    StartHost();
+    PostSkipped(platform_, std::u16string(400, u'x'));
+    platform_.DispatchPosted();
+    ASSERT_EQ(platform_.TrayNotices().size(), 1u);
+    const std::u16string notice = platform_.TrayNotices()[0];
+    const std::u16string text = notice.substr(notice.find(u'|') + 1);
+    EXPECT_EQ(text.size(), 255u);
+    EXPECT_EQ(text.substr(0, 50), u"Pomini\u0119to frazy ze s\u0142owami spoza s\u0142ownika modelu: ");
+}
+
+TEST_F(EngineTest, SkippedPhrasesShowNothingUnderTheFrontEnd) {
+    Start();
+    PostSkipped(platform_, u"\u201Equux\u201D");
+    platform_.DispatchPosted();
+    EXPECT_TRUE(platform_.TrayNotices().empty());
 }
 
 }  // namespace

@@ -18,6 +18,22 @@ namespace zirvel_test {
 
 inline constexpr zirvel::WindowHandle kGameWindow = 0x1234;
 
+// Messages as the voice thread posts them.
+inline void PostVoice(zirvel::NullPlatform& platform, std::int32_t code) {
+    zirvel::EngineMessage message;
+    message.kind = zirvel::EngineMessageKind::VoiceCommand;
+    message.first = code;
+    platform.Post(std::move(message));
+}
+
+inline void PostRun(zirvel::NullPlatform& platform, zirvel::EngineMessageKind kind, std::int64_t first, std::int64_t second = 0) {
+    zirvel::EngineMessage message;
+    message.kind = kind;
+    message.first = first;
+    message.second = second;
+    platform.Post(std::move(message));
+}
+
 class EngineTest : public ::testing::Test {
 protected:
     explicit EngineTest(zirvel::NullPlatform::Clock clock = zirvel::NullPlatform::Clock::Virtual)

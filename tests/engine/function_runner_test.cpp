@@ -150,23 +150,5 @@ TEST_F(RunnerTest, RunsOverlapOnTheirOwnThreads) {
     EXPECT_EQ(platform_.DetachedJobsStarted(), 2u);
 }
 
-// The same rule in real time, with a tolerance for the scheduler.
-class RealTimeRunnerTest : public EngineTest {
-protected:
-    RealTimeRunnerTest() : EngineTest(zirvel::NullPlatform::Clock::Real) {}
-};
-
-TEST_F(RealTimeRunnerTest, StartDelayAndStepDelayHoldInRealTime) {
-    Start(R"({"keyHold": 20})", R"({"actions": [{"name": "f", "delay": 100, "steps": [{"key": "a"}, {"key": "b"}]}]})");
-    const std::uint64_t start = platform_.Now();
-    zirvel::RunFunction(engine().Wheels()[0].functions[0], 150);
-    platform_.Advance(600);
-    const auto events = platform_.Injected();
-    ASSERT_EQ(events.size(), 4u);
-    EXPECT_NEAR(static_cast<double>(events[0].time - start), 150.0, 40.0);
-    EXPECT_NEAR(static_cast<double>(events[1].time - start), 170.0, 40.0);
-    EXPECT_NEAR(static_cast<double>(events[2].time - start), 270.0, 50.0);
-}
-
 }  // namespace
 }  // namespace zirvel_test
