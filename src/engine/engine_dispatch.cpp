@@ -3,6 +3,7 @@
 #include "config/text.h"
 #include "engine/engine_state.h"
 #include "engine/function_runner.h"
+#include "engine/host_notice.h"
 #include "engine/wheel_overlay.h"
 #include "navigation/element_hints.h"
 #include "navigation/grid.h"
@@ -14,8 +15,6 @@ namespace {
 // A voice-started function waits 100 ms when the wheel was hidden, or
 // sendDelay after closing a visible wheel.
 constexpr std::uint32_t kHiddenWheelStartDelay = 100;
-constexpr std::size_t kTrayTitleLimit = 63;
-constexpr std::size_t kTrayTextLimit = 255;
 
 void RunFromVoice(const WheelFunction& chosen) {
     EngineState& engine = Engine();
@@ -44,13 +43,8 @@ void RunGlobalFunction(std::int64_t index) {
 }
 
 void ShowSkippedPhrases(const std::u16string& phrases) {
-    EngineState& engine = Engine();
-    if (!engine.showMessages) return;  // only the stand-alone host has a tray icon
-    std::u16string text = Concat({u"Pominięto frazy ze słowami spoza słownika modelu: ", phrases});
-    std::u16string title = u"Zirvel — komendy głosowe";
-    if (text.size() > kTrayTextLimit) text.resize(kTrayTextLimit);
-    if (title.size() > kTrayTitleLimit) title.resize(kTrayTitleLimit);
-    engine.platform->ShowTrayNotice(title, text, true);
+    ShowHostNotice(u"Zirvel — komendy głosowe",
+                   Concat({u"Pominięto frazy ze słowami spoza słownika modelu: ", phrases}), true);
 }
 
 class EngineEvents final : public PlatformEvents {

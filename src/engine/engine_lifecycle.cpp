@@ -6,6 +6,7 @@
 #include "config/wheels_file.h"
 #include "engine/engine_dispatch.h"
 #include "engine/engine_state.h"
+#include "engine/host_notice.h"
 #include "engine/wheel_overlay.h"
 #include "navigation/element_hints.h"
 #include "navigation/grid.h"
@@ -128,6 +129,12 @@ bool ActivateWheelFile(const std::u16string& path) {
     engine.hoveredField = -1;
     RebuildPhrases(engine);
     if (engine.wheelVisible) RedrawWheel();
+    return true;
+}
+
+bool ActivateHandedOverWheelFile(const std::u16string& path) {
+    if (path.empty() || !ActivateWheelFile(path)) return false;
+    ShowHostNotice(u"Zirvel", Concat({u"Aktywowano konfigurację: ", path}), false);
     return true;
 }
 

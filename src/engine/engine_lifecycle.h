@@ -20,5 +20,9 @@ void StopEngine();
 void ReloadEngineConfiguration();
 // True when the file held a wheel with functions; otherwise nothing changes.
 bool ActivateWheelFile(const std::u16string& path);
+// A wheels file handed over by another process (a second start of the
+// program, `zirvel-activate`): activated as above; on success the host's
+// tray, when it has one, says which file. True when it was activated.
+bool ActivateHandedOverWheelFile(const std::u16string& path);
 
 }  // namespace zirvel

@@ -1,3 +1,4 @@
+#include "config/text.h"
 #include "engine/function_runner.h"
 #include "engine_fixture.h"
 #include "navigation/element_hints.h"
@@ -5,6 +6,8 @@
 
 namespace zirvel_test {
 namespace {
+
+using zirvel::Concat;
 
 using zirvel::EngineMessage;
 using zirvel::EngineMessageKind;
@@ -293,6 +296,32 @@ TEST_F(EngineTest, SkippedPhrasesShowNothingUnderTheFrontEnd) {
     Start();
     PostSkipped(platform_, u"\u201Equux\u201D");
     platform_.DispatchPosted();
+    EXPECT_TRUE(platform_.TrayNotices().empty());
+}
+
+TEST_F(HostEngineTest, AHandedOverWheelFileIsActivatedAndNamedInTheTray) {
+    StartHost();
+    WriteFile("games.json", R"({"wheels": [{"name": "G", "actions": [{"name": "g", "key": "g"}]}]})");
+    EXPECT_TRUE(zirvel::ActivateHandedOverWheelFile(PathOf("games.json")));
+    EXPECT_EQ(engine().Wheels()[0].name, u"G");
+    ASSERT_EQ(platform_.TrayNotices().size(), 1u);
+    EXPECT_EQ(platform_.TrayNotices()[0], Concat({u"Zirvel|Aktywowano konfigurację: ", PathOf("games.json")}));
+}
+
+TEST_F(HostEngineTest, AHandedOverFileWithoutFunctionsChangesNothing) {
+    StartHost();
+    WriteFile("empty.json", R"({"wheels": [{"name": "E", "actions": []}]})");
+    EXPECT_FALSE(zirvel::ActivateHandedOverWheelFile(PathOf("empty.json")));
+    EXPECT_FALSE(zirvel::ActivateHandedOverWheelFile(u""));
+    EXPECT_FALSE(zirvel::ActivateHandedOverWheelFile(PathOf("missing.json")));
+    EXPECT_TRUE(platform_.TrayNotices().empty());
+    EXPECT_EQ(engine().Wheels().size(), 1u);  // the first-run wheel stays
+}
+
+TEST_F(EngineTest, AHandedOverFileShowsNoNoticeUnderTheFrontEnd) {
+    Start();
+    WriteFile("games.json", R"({"actions": [{"name": "g", "key": "g"}]})");
+    EXPECT_TRUE(zirvel::ActivateHandedOverWheelFile(PathOf("games.json")));
     EXPECT_TRUE(platform_.TrayNotices().empty());
 }
 

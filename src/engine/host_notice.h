@@ -1,0 +1,13 @@
+// Balloons on the tray icon of the stand-alone engine host.
+#pragma once
+
+#include <string>
+
+namespace zirvel {
+
+// Cut as the tray's fixed-size fields cut them (63 units of title, 255 of
+// text). Under the front-end the engine has no tray icon of its own, so
+// nothing shows.
+void ShowHostNotice(std::u16string title, std::u16string text, bool warning);
+
+}  // namespace zirvel
