@@ -1,5 +1,7 @@
 #include "platform/null/null_platform.h"
 
+#include "engine/monitor_choice.h"
+
 #include <algorithm>
 #include <chrono>
 #include <limits>
@@ -368,17 +370,7 @@ void NullPlatform::TakeForegroundForWheel(WindowHandle) {
 
 ScreenRect NullPlatform::MonitorRect(ScreenPoint point, bool nearest) {
     std::lock_guard lock(mutex_);
-    for (const ScreenRect& monitor : monitors_) {
-        if (monitor.Contains(point)) return monitor;
-    }
-    if (!nearest) return monitors_.front();
-    auto distance = [&point](const ScreenRect& r) {
-        const std::int64_t dx = point.x < r.left ? r.left - point.x : (point.x >= r.right ? point.x - r.right + 1 : 0);
-        const std::int64_t dy = point.y < r.top ? r.top - point.y : (point.y >= r.bottom ? point.y - r.bottom + 1 : 0);
-        return dx * dx + dy * dy;
-    };
-    return *std::min_element(monitors_.begin(), monitors_.end(),
-                             [&](const ScreenRect& a, const ScreenRect& b) { return distance(a) < distance(b); });
+    return ChooseMonitor(monitors_, point, nearest);
 }
 
 ScreenRect NullPlatform::ForegroundMonitorRect() {

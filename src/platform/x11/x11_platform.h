@@ -1,0 +1,117 @@
+// The engine's platform on an X server: Xlib for the hot key, the pointer
+// grab, XInput2 raw motion, XTest injection and focus; Qt for the overlay
+// windows, the timer and the GUI thread's event loop.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include "engine/platform.h"
+
+class QSocketNotifier;
+struct _XDisplay;   // Xlib's Display; its headers stay out of Qt's way
+union _XEvent;
+
+namespace zirvel::x11 {
+
+class OverlayWindow;
+
+// Xlib's Window and Atom (both XIDs).
+using XWindow = unsigned long;
+using XAtom = unsigned long;
+
+class X11Platform final : public QObject, public Platform {
+public:
+    // Call first thing in main, before Qt or Xlib run: makes Xlib safe for
+    // the injection threads and tells whether the display can be opened.
+    static bool PrepareProcess();
+
+    // Opens its own connection to the display Qt uses. Construct after the
+    // QGuiApplication, on its thread.
+    X11Platform();
+    ~X11Platform() override;
+    X11Platform(const X11Platform&) = delete;
+    X11Platform& operator=(const X11Platform&) = delete;
+
+    // False when the display could not be opened or lacks XInput2 or XTest.
+    bool Ready() const { return display_ != nullptr && ready_; }
+    _XDisplay* XDisplay() const { return display_; }
+    // Called after each picture of a surface reaches the screen.
+    void SetPresentedCallback(Surface surface, std::function<void()> presented);
+
+    void SetEventSink(PlatformEvents* events) override;
+    void Post(EngineMessage message) override;
+    std::uint64_t TickCount() override;
+    void Sleep(std::uint32_t milliseconds) override;
+    void RunDetached(std::function<void()> job) override;
+    void StartWheelTimer(std::uint32_t periodMilliseconds) override;
+    void StopWheelTimer() override;
+    bool RegisterHotKey(const KeyCode& key) override;
+    void UnregisterHotKey() override;
+    void BeginPointerCapture(ScreenPoint pinned) override;
+    void EndPointerCapture() override;
+    ScreenPoint CursorPosition() override;
+    void SetCursorPosition(ScreenPoint point) override;
+    WindowHandle ForegroundWindow() override;
+    bool IsWindow(WindowHandle window) override;
+    void GiveForeground(WindowHandle window) override;
+    void TakeForegroundForWheel(WindowHandle current) override;
+    ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
+    ScreenRect ForegroundMonitorRect() override;
+    ScreenPoint PrimaryScreenSize() override;
+    void PlaceSurface(Surface surface, ScreenRect rect) override;
+    void ShowSurface(Surface surface) override;
+    void HideSurface(Surface surface) override;
+    void PresentPicture(Surface surface, ScreenPoint position, const Picture& picture) override;
+    ScreenRect SurfaceRect(Surface surface) override;
+    void InjectKey(std::uint16_t vk, bool extended, bool press) override;
+    void InjectMouseButton(std::uint32_t button, bool press) override;
+    bool MouseButtonsSwapped() override;
+    void OpenTarget(const std::u16string& target) override;
+    void ShowWarning(const std::u16string& text) override;
+    void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) override;
+
+private:
+    // Handles every event Xlib has queued (the socket notifier and the
+    // moment before the event loop sleeps both call it).
+    void DrainEvents();
+    void HandleEvent(_XEvent& event);
+    void HandleRawEvent(_XEvent& event);
+    void GrabHotKey(bool grab);
+    void RefreshMonitors();
+    OverlayWindow& SurfaceWindow(Surface surface);
+    XWindow ActiveWindowLocked();
+
+    _XDisplay* display_ = nullptr;
+    bool ready_ = false;
+    // Every Xlib call on display_ happens under this lock: the injection
+    // calls come from worker threads.
+    mutable std::recursive_mutex xLock_;
+    int xinputOpcode_ = 0;
+    int randrEventBase_ = 0;
+    XAtom activeWindowAtom_ = 0;
+    XAtom supportedAtom_ = 0;
+
+    PlatformEvents* events_ = nullptr;
+    QSocketNotifier* notifier_ = nullptr;
+    QTimer wheelTimer_;
+
+    unsigned hotKeycode_ = 0;
+    bool hotKeyDown_ = false;
+
+    XWindow pinWindow_ = 0;  // 1 x 1 input-only window the grab confines to
+    bool captured_ = false;
+
+    std::mutex monitorsLock_;
+    std::vector<ScreenRect> monitors_;
+
+    std::unique_ptr<OverlayWindow> wheelWindow_;
+    std::unique_ptr<OverlayWindow> gridWindow_;
+};
+
+}  // namespace zirvel::x11
