@@ -5,9 +5,11 @@
 # Uses sudo when not root; never asks questions.
 set -euo pipefail
 
-build_packages=(cmake ninja-build g++ pkg-config)
+build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev
+                libx11-dev libxi-dev libxtst-dev libxrandr-dev fonts-dejavu-core)
 test_packages=(libgtest-dev libgmock-dev googletest
-               g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth)
+               g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
+               xcompmgr x11-utils)
 
 case "${1:-}" in
   run)  wanted=("${build_packages[@]}") ;;

@@ -10,11 +10,14 @@
 
 #include "app/runtime_folder.h"
 #include "app/single_instance.h"
-#include "app/wheel_file_handover.h"
+#include "app/control_socket.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
+#include "engine/engine_voice_target.h"
 #include "engine/overlay_exports.h"
 #include "platform/x11/x11_platform.h"
+#include "voice/voice_dispatch.h"
+#include "voice/voice_phrases.h"
 
 namespace {
 
@@ -73,9 +76,14 @@ int main(int argc, char* argv[]) {
     zirvel::ResetEngineState(platform, programDirectory.toStdU16String());
     OverlayEngineStart();
 
-    zirvel::app::WheelFileHandOverServer handOver(runtime + QLatin1Char('/') + instanceName, [](const QString& path) {
-        return zirvel::ActivateHandedOverWheelFile(path.toStdU16String());
-    });
+    zirvel::app::ControlHandlers handlers;
+    handlers.activate = [](const QString& path) { return zirvel::ActivateHandedOverWheelFile(path.toStdU16String()); };
+    handlers.say = [](const QString& text) {
+        zirvel::EngineState& engine = zirvel::Engine();
+        return zirvel::DispatchRecognizedText(engine.phrases, zirvel::LowerVoicePhrase(text.toStdU16String()),
+                                              zirvel::EngineVoiceTarget(engine));
+    };
+    zirvel::app::ControlServer control(zirvel::app::ControlSocketPath(), std::move(handlers));
     QuitOnTerminationSignals(application);
 
     const int result = QApplication::exec();

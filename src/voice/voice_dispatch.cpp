@@ -22,11 +22,11 @@ bool Ask(const std::function<bool()>& question) {
 
 }  // namespace
 
-void DispatchRecognizedText(const VoicePhraseTable& table, std::string_view utf8Text,
+bool DispatchRecognizedText(const VoicePhraseTable& table, std::string_view utf8Text,
                             const VoiceDispatchTarget& target) {
-    if (utf8Text.empty()) return;
+    if (utf8Text.empty()) return false;
     const std::optional<VoicePhrase> match = FindPhrase(table, utf8Text);
-    if (!match) return;
+    if (!match) return false;
 
     EngineMessage message;
     if (match->command != kRunFunctionCommand) {
@@ -36,12 +36,14 @@ void DispatchRecognizedText(const VoicePhraseTable& table, std::string_view utf8
         message.kind = EngineMessageKind::RunGlobalFunction;
         message.first = match->functionIndex;
     } else {
-        if (!Ask(target.voiceGlobal) && !Ask(target.wheelVisible)) return;
+        if (!Ask(target.voiceGlobal) && !Ask(target.wheelVisible)) return false;
         message.kind = EngineMessageKind::RunWheelFunction;
         message.first = match->wheelIndex;
         message.second = match->functionIndex;
     }
-    if (target.post) target.post(std::move(message));
+    if (!target.post) return false;
+    target.post(std::move(message));
+    return true;
 }
 
 }  // namespace zirvel

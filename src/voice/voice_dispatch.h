@@ -22,8 +22,8 @@ struct VoiceDispatchTarget {
 // trimming, case-sensitive) and posts its message: VoiceCommand for a
 // command, RunGlobalFunction for a global voice function, RunWheelFunction
 // for a wheel function only when voiceGlobal is set or the wheel is
-// visible. An empty text or no match posts nothing.
-void DispatchRecognizedText(const VoicePhraseTable& table, std::string_view utf8Text,
+// visible. An empty text or no match posts nothing. True when it posted.
+bool DispatchRecognizedText(const VoicePhraseTable& table, std::string_view utf8Text,
                             const VoiceDispatchTarget& target);
 
 }  // namespace zirvel

@@ -1,0 +1,67 @@
+#include "app/control_socket.h"
+
+#include <QLocalSocket>
+
+#include "app/runtime_folder.h"
+
+namespace zirvel::app {
+namespace {
+
+// A longer request is no path or phrase; the connection is dropped.
+constexpr qint64 kLongestRequest = 64 * 1024;
+constexpr int kAnswerWait = 5000;
+
+}  // namespace
+
+ControlServer::ControlServer(const QString& socketPath, ControlHandlers handlers) : handlers_(std::move(handlers)) {
+    server_.setSocketOptions(QLocalServer::UserAccessOption);
+    // A socket left by a program that crashed: the caller holds the
+    // instance lock, so nobody else is listening there.
+    QLocalServer::removeServer(socketPath);
+    server_.listen(socketPath);
+    connect(&server_, &QLocalServer::newConnection, this, [this] { Serve(); });
+}
+
+void ControlServer::Serve() {
+    while (QLocalSocket* client = server_.nextPendingConnection()) {
+        connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
+        connect(client, &QLocalSocket::readyRead, client, [this, client] {
+            if (!client->canReadLine()) {
+                if (client->bytesAvailable() > kLongestRequest) client->abort();
+                return;
+            }
+            QByteArray line = client->readLine(kLongestRequest);
+            if (line.endsWith('\n')) line.chop(1);
+            client->write(Handle(QString::fromUtf8(line)) ? "1\n" : "0\n");
+            client->disconnectFromServer();
+        });
+    }
+}
+
+bool ControlServer::Handle(const QString& request) {
+    const qsizetype space = request.indexOf(QLatin1Char(' '));
+    if (space <= 0) return false;
+    const QString command = request.left(space);
+    const QString argument = request.mid(space + 1);
+    if (argument.isEmpty()) return false;
+    if (command == QLatin1String("activate") && handlers_.activate) return handlers_.activate(argument);
+    if (command == QLatin1String("say") && handlers_.say) return handlers_.say(argument);
+    return false;
+}
+
+ControlResult SendControlRequest(const QString& socketPath, const QString& command, const QString& argument) {
+    QLocalSocket socket;
+    socket.connectToServer(socketPath);
+    if (!socket.waitForConnected(kAnswerWait)) return ControlResult::NotRunning;
+    socket.write(command.toUtf8() + ' ' + argument.toUtf8() + '\n');
+    socket.flush();
+    for (int wait = 0; wait < 2 && !socket.canReadLine(); ++wait) socket.waitForReadyRead(kAnswerWait);
+    if (!socket.canReadLine()) return ControlResult::NotRunning;
+    return socket.readLine().startsWith('1') ? ControlResult::Done : ControlResult::Refused;
+}
+
+QString ControlSocketPath() {
+    return RuntimeFolder() + QLatin1Char('/') + QString::fromLatin1(kInstanceName);
+}
+
+}  // namespace zirvel::app
