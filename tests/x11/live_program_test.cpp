@@ -1,0 +1,257 @@
+// The real program on a private X server, used as a person would: the hot
+// key, mouse motion and clicks played with XTest, a stand-in application
+// receiving what the wheel sends, voice phrases through the control socket.
+#include <gtest/gtest.h>
+
+#include <X11/extensions/Xrandr.h>
+#include <X11/keysym.h>
+
+#include <fstream>
+
+#include "x_session.h"
+
+namespace zirvel_test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr char kConfig[] = R"({"toggleKey": "f8", "sendDelay": 150, "keyHold": 40, "gazeEnabled": false,
+                               "voiceEnabled": false})";
+// Up: "a"; right: "b"; down: hold Shift; left: release Shift.
+constexpr char kWheels[] = R"({"actions": [
+  {"name": "A", "key": "a"},
+  {"name": "B", "key": "b"},
+  {"name": "Shift down", "steps": [{"key": "shift", "action": "hold"}]},
+  {"name": "Shift up", "steps": [{"key": "shift", "action": "release"}]}]})";
+
+constexpr char kWheelTitle[] = "Zirvel — koło";
+
+// The wheel window: 588 x 460, its centre 294, 230 from its corner.
+constexpr int kWheelWidth = 588;
+constexpr int kWheelHeight = 460;
+
+class LiveProgramTest : public ::testing::Test {
+protected:
+    explicit LiveProgramTest(int width = 1920, int height = 1080)
+        : server_(width, height),
+          user_(server_.Name()),
+          application_(server_.Name(), 0, 0, width, height),
+          program_(server_.Name(), kConfig, kWheels) {}
+
+    void SetUp() override {
+        ASSERT_TRUE(server_.Running());
+        ASSERT_NE(user_.Get(), nullptr);
+        application_.Focus();
+        user_.MoveMouseTo(700, 500);
+    }
+
+    void StartProgram() { ASSERT_TRUE(program_.Start()) << "the program did not start"; }
+
+    bool WheelShows() { return user_.IsMapped(user_.FindWindow(kWheelTitle)); }
+
+    void ShowWheel() {
+        user_.PressKey(XK_F8);
+        ASSERT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms)) << "the wheel did not show";
+    }
+
+    // Moves the virtual cursor and clicks, as the user does with a mouse.
+    void PickAt(int dx, int dy) {
+        user_.MoveMouseBy(dx, dy);
+        std::this_thread::sleep_for(50ms);  // a few of the wheel's 15 ms ticks
+        user_.ClickButton(1);
+    }
+
+    PrivateXServer server_;
+    XConnection user_;
+    TestApplication application_;
+    ProgramUnderTest program_;
+};
+
+TEST_F(LiveProgramTest, TheHotKeyShowsTheWheelCentredAndHidesItAgain) {
+    StartProgram();
+    ShowWheel();
+    const XConnection::Geometry wheel = user_.WindowGeometry(user_.FindWindow(kWheelTitle));
+    EXPECT_EQ(wheel.x, (1920 - kWheelWidth) / 2);
+    EXPECT_EQ(wheel.y, (1080 - kWheelHeight) / 2);
+    EXPECT_EQ(wheel.width, kWheelWidth);
+    EXPECT_EQ(wheel.height, kWheelHeight);
+
+    user_.PressKey(XK_F8);
+    EXPECT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms));
+    EXPECT_TRUE(WaitUntil([this] { return application_.FocusedWindow() == application_.Id(); }, 2000ms));
+}
+
+TEST_F(LiveProgramTest, TheHotKeyCountsWithNumLockButNotWithShift) {
+    StartProgram();
+    user_.PressKey(XK_Num_Lock);
+    ShowWheel();
+    user_.PressKey(XK_F8);
+    ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms));
+    user_.PressKey(XK_Num_Lock);
+
+    user_.HoldKey(XK_Shift_L, true);
+    user_.PressKey(XK_F8);
+    user_.HoldKey(XK_Shift_L, false);
+    EXPECT_FALSE(WaitUntil([this] { return WheelShows(); }, 500ms));
+}
+
+TEST_F(LiveProgramTest, RawMotionMovesTheVirtualCursorOnePixelPerCountWhileThePointerStaysPinned) {
+    StartProgram();
+    ShowWheel();
+    // 45 pixels up is still the centre hole: a click there does nothing.
+    PickAt(0, -45);
+    std::this_thread::sleep_for(100ms);
+    EXPECT_TRUE(WheelShows());
+    EXPECT_EQ(user_.Pointer(), std::make_pair(700, 500));
+    // One more count reaches the ring's top field.
+    PickAt(0, -1);
+    EXPECT_TRUE(WaitUntil([this] { return !WheelShows(); }, 2000ms));
+    ASSERT_TRUE(application_.WaitForEvents(KeyRelease, 1, 2000ms));
+    EXPECT_EQ(application_.Events(KeyPress).at(0).symbol, static_cast<KeySym>(XK_a));
+    EXPECT_EQ(user_.Pointer(), std::make_pair(700, 500));
+}
+
+TEST_F(LiveProgramTest, AClickedFieldSendsItsKeyAfterSendDelayHeldForKeyHold) {
+    StartProgram();
+    ShowWheel();
+    user_.MoveMouseBy(120, 0);  // the right-hand field
+    std::this_thread::sleep_for(50ms);
+    const auto clicked = std::chrono::steady_clock::now();
+    user_.ClickButton(1);
+    ASSERT_TRUE(application_.WaitForEvents(KeyRelease, 1, 3000ms));
+    const auto press = application_.Events(KeyPress).at(0);
+    const auto release = application_.Events(KeyRelease).at(0);
+    EXPECT_EQ(press.symbol, static_cast<KeySym>(XK_b));
+    const auto delay = std::chrono::duration_cast<std::chrono::milliseconds>(press.arrived - clicked).count();
+    EXPECT_GE(delay, 150 - 2);
+    EXPECT_LE(delay, 150 + 60);
+    EXPECT_NEAR(static_cast<double>(release.time - press.time), 40.0, 15.0);
+    EXPECT_EQ(application_.FocusedWindow(), application_.Id());
+}
+
+TEST_F(LiveProgramTest, HoldAndReleaseWorkAcrossTwoFunctions) {
+    StartProgram();
+    ShowWheel();
+    PickAt(0, 120);  // down: hold Shift
+    ASSERT_TRUE(application_.WaitForEvents(KeyPress, 1, 3000ms));
+    std::this_thread::sleep_for(300ms);
+    EXPECT_TRUE(application_.Events(KeyRelease).empty()) << "Shift went up by itself";
+
+    // With Shift down the hot key is Shift+F8, which is not ours: the
+    // voice opens the wheel instead.
+    EXPECT_EQ(program_.Say("pokaż koło"), 0);
+    ASSERT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms));
+    PickAt(-120, 0);  // left: release Shift
+    ASSERT_TRUE(application_.WaitForEvents(KeyRelease, 1, 3000ms));
+    for (const auto& event : application_.Events()) {
+        EXPECT_EQ(event.symbol, static_cast<KeySym>(XK_Shift_L)) << "event type " << event.type;
+    }
+    EXPECT_EQ(application_.Events(KeyPress).size(), 1u);
+    EXPECT_EQ(application_.Events(KeyRelease).size(), 1u);
+}
+
+TEST_F(LiveProgramTest, GridPhrasesPutThePointerAtTheCentresAndClickThere) {
+    StartProgram();
+    EXPECT_EQ(program_.Say("pokaż siatkę"), 0);
+    EXPECT_TRUE(WaitUntil([this] { return user_.Pointer() == std::make_pair(960, 540); }, 2000ms));
+    EXPECT_EQ(program_.Say("siedem"), 0);
+    EXPECT_TRUE(WaitUntil([this] { return user_.Pointer() == std::make_pair(1200, 405); }, 2000ms));
+    EXPECT_EQ(program_.Say("kliknij"), 0);
+    ASSERT_TRUE(application_.WaitForEvents(ButtonPress, 1, 3000ms));
+    const auto click = application_.Events(ButtonPress).at(0);
+    EXPECT_EQ(click.button, 1u);
+    EXPECT_EQ(click.x, 1200);
+    EXPECT_EQ(click.y, 405);
+    EXPECT_EQ(program_.Say("to nie jest komenda"), 1);
+}
+
+TEST_F(LiveProgramTest, TheControlSocketActivatesAWheelsFileAndRefusesOneWithoutFunctions) {
+    StartProgram();
+    const auto games = program_.Directory() / "games.json";
+    std::ofstream(games) << R"({"wheels": [{"name": "G", "actions": [{"name": "Z", "key": "z"}]}]})";
+    const auto empty = program_.Directory() / "empty.json";
+    std::ofstream(empty) << R"({"wheels": [{"name": "E", "actions": []}]})";
+    EXPECT_EQ(program_.Activate(empty), 1);
+    EXPECT_EQ(program_.Activate(games), 0);
+    ShowWheel();
+    PickAt(0, -100);  // the only field covers the whole ring
+    ASSERT_TRUE(application_.WaitForEvents(KeyPress, 1, 3000ms));
+    EXPECT_EQ(application_.Events(KeyPress).at(0).symbol, static_cast<KeySym>(XK_z));
+}
+
+TEST_F(LiveProgramTest, ASecondInstanceSaysSoAndEndsWithZero) {
+    StartProgram();
+    auto second = program_.StartAnother();
+    // Its message box: dismiss it with Enter, as a user would.
+    Window box = 0;
+    ASSERT_TRUE(WaitUntil(
+        [&] {
+            for (Window window : user_.FindWindows("Zirvel")) {
+                if (user_.IsMapped(window) && user_.WindowGeometry(window).width > 100) box = window;
+            }
+            return box != 0;
+        },
+        5000ms));
+    XSetInputFocus(user_.Get(), box, RevertToParent, CurrentTime);
+    std::this_thread::sleep_for(200ms);
+    user_.PressKey(XK_Return);
+    EXPECT_EQ(second->WaitForExit(5000ms), std::optional<int>(0));
+    EXPECT_TRUE(program_.Process()->Alive());
+    EXPECT_EQ(program_.Say("pokaż koło"), 0);  // the first one still answers
+    EXPECT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms));
+}
+
+// One X screen split into two monitors, the right one not primary.
+class TwoMonitorTest : public LiveProgramTest {
+protected:
+    TwoMonitorTest() : LiveProgramTest(3840, 1080) {}
+
+    void SplitScreen() {
+        Display* display = user_.Get();
+        XRRScreenResources* resources = XRRGetScreenResources(display, user_.Root());
+        ASSERT_NE(resources, nullptr);
+        ASSERT_GT(resources->noutput, 0);
+        for (int half = 0; half < 2; ++half) {
+            XRRMonitorInfo* monitor = XRRAllocateMonitor(display, half == 0 ? 1 : 0);
+            monitor->name = XInternAtom(display, half == 0 ? "LEFT" : "RIGHT", False);
+            monitor->primary = half == 0;
+            monitor->x = half * 1920;
+            monitor->y = 0;
+            monitor->width = 1920;
+            monitor->height = 1080;
+            monitor->mwidth = 500;
+            monitor->mheight = 280;
+            // The left monitor takes the screen's output, replacing the
+            // monitor that covers the whole screen.
+            if (half == 0) monitor->outputs[0] = resources->outputs[0];
+            XRRSetMonitor(display, user_.Root(), monitor);
+            XRRFreeMonitors(monitor);
+        }
+        XRRFreeScreenResources(resources);
+        XSync(display, False);
+        int count = 0;
+        XRRMonitorInfo* monitors = XRRGetMonitors(display, user_.Root(), True, &count);
+        XRRFreeMonitors(monitors);
+        ASSERT_EQ(count, 2);
+    }
+};
+
+TEST_F(TwoMonitorTest, TheWheelShowsOnTheMonitorThatHoldsThePointer) {
+    SplitScreen();
+    StartProgram();
+    user_.MoveMouseTo(2500, 300);
+    ShowWheel();
+    const XConnection::Geometry wheel = user_.WindowGeometry(user_.FindWindow(kWheelTitle));
+    EXPECT_EQ(wheel.x, 1920 + (1920 - kWheelWidth) / 2);
+    EXPECT_EQ(wheel.y, (1080 - kWheelHeight) / 2);
+    EXPECT_EQ(user_.Pointer(), std::make_pair(2500, 300));
+
+    user_.PressKey(XK_F8);
+    ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms));
+    user_.MoveMouseTo(300, 300);
+    ShowWheel();
+    EXPECT_EQ(user_.WindowGeometry(user_.FindWindow(kWheelTitle)).x, (1920 - kWheelWidth) / 2);
+}
+
+}  // namespace
+}  // namespace zirvel_test

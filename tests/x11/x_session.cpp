@@ -1,0 +1,359 @@
+#include "x_session.h"
+
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <fstream>
+#include <thread>
+
+extern char** environ;
+
+namespace zirvel_test {
+namespace {
+
+using namespace std::chrono_literals;
+
+pid_t Spawn(const std::vector<std::string>& command, const std::vector<std::string>& environment,
+            posix_spawn_file_actions_t* actions) {
+    std::vector<char*> arguments;
+    for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
+    arguments.push_back(nullptr);
+    std::vector<char*> variables;
+    for (char** variable = environ; *variable; ++variable) variables.push_back(*variable);
+    for (const std::string& variable : environment) variables.push_back(const_cast<char*>(variable.c_str()));
+    variables.push_back(nullptr);
+    pid_t pid = -1;
+    if (posix_spawnp(&pid, arguments[0], actions, nullptr, arguments.data(), variables.data()) != 0) return -1;
+    return pid;
+}
+
+void StopProcess(pid_t pid) {
+    if (pid <= 0) return;
+    kill(pid, SIGTERM);
+    for (int i = 0; i < 300; ++i) {
+        if (waitpid(pid, nullptr, WNOHANG) == pid) return;
+        std::this_thread::sleep_for(10ms);
+    }
+    kill(pid, SIGKILL);
+    waitpid(pid, nullptr, 0);
+}
+
+std::filesystem::path ScratchDirectory(const std::string& prefix) {
+    static std::atomic<int> counter{0};
+    std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                 (prefix + std::to_string(getpid()) + "_" + std::to_string(++counter));
+    std::filesystem::remove_all(path);
+    std::filesystem::create_directories(path);
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    return path;
+}
+
+void WriteText(const std::filesystem::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+}  // namespace
+
+// --- PrivateXServer ------------------------------------------------------------
+
+PrivateXServer::PrivateXServer(int width, int height) {
+    int displayPipe[2];
+    if (pipe(displayPipe) != 0) return;
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addclose(&actions, displayPipe[0]);
+    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+    const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
+    pid_ = Spawn({"Xvfb", "-displayfd", std::to_string(displayPipe[1]), "-screen", "0", screen, "-nolisten", "tcp",
+                  "+extension", "RANDR"},
+                 {}, &actions);
+    posix_spawn_file_actions_destroy(&actions);
+    close(displayPipe[1]);
+    // Xvfb writes its display number once it accepts connections.
+    std::string number;
+    char c = 0;
+    while (read(displayPipe[0], &c, 1) == 1 && c != '\n') number += c;
+    close(displayPipe[0]);
+    if (!number.empty()) name_ = ":" + number;
+}
+
+PrivateXServer::~PrivateXServer() { StopProcess(pid_); }
+
+// --- ChildProcess -----------------------------------------------------------------
+
+ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,
+                           const std::filesystem::path& output) {
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
+    posix_spawn_file_actions_adddup2(&actions, 1, 2);
+    pid_ = Spawn(command, environment, &actions);
+    posix_spawn_file_actions_destroy(&actions);
+}
+
+ChildProcess::~ChildProcess() {
+    if (!exitCode_) StopProcess(pid_);
+}
+
+std::optional<int> ChildProcess::WaitForExit(std::chrono::milliseconds timeout) {
+    if (exitCode_ || pid_ <= 0) return exitCode_;
+    WaitUntil(
+        [this] {
+            int status = 0;
+            if (waitpid(pid_, &status, WNOHANG) != pid_) return false;
+            exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+            return true;
+        },
+        timeout);
+    return exitCode_;
+}
+
+bool ChildProcess::Alive() { return pid_ > 0 && !WaitForExit(0ms); }
+
+void ChildProcess::Terminate() {
+    if (!exitCode_ && pid_ > 0) kill(pid_, SIGTERM);
+}
+
+bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    for (;;) {
+        if (condition()) return true;
+        if (std::chrono::steady_clock::now() >= deadline) return false;
+        std::this_thread::sleep_for(10ms);
+    }
+}
+
+// --- XConnection --------------------------------------------------------------------
+
+XConnection::XConnection(const std::string& display) { display_ = XOpenDisplay(display.c_str()); }
+
+XConnection::~XConnection() {
+    if (display_) XCloseDisplay(display_);
+}
+
+void XConnection::PressKey(KeySym symbol) {
+    const KeyCode code = XKeysymToKeycode(display_, symbol);
+    XTestFakeKeyEvent(display_, code, True, CurrentTime);
+    XTestFakeKeyEvent(display_, code, False, CurrentTime);
+    XSync(display_, False);
+}
+
+void XConnection::HoldKey(KeySym symbol, bool down) {
+    XTestFakeKeyEvent(display_, XKeysymToKeycode(display_, symbol), down ? True : False, CurrentTime);
+    XSync(display_, False);
+}
+
+void XConnection::MoveMouseBy(int dx, int dy) {
+    XTestFakeRelativeMotionEvent(display_, dx, dy, CurrentTime);
+    XSync(display_, False);
+}
+
+void XConnection::MoveMouseTo(int x, int y) {
+    XTestFakeMotionEvent(display_, -1, x, y, CurrentTime);
+    XSync(display_, False);
+}
+
+void XConnection::ClickButton(unsigned button) {
+    XTestFakeButtonEvent(display_, button, True, CurrentTime);
+    XTestFakeButtonEvent(display_, button, False, CurrentTime);
+    XSync(display_, False);
+}
+
+std::pair<int, int> XConnection::Pointer() {
+    Window root = 0;
+    Window child = 0;
+    int x = 0;
+    int y = 0;
+    int wx = 0;
+    int wy = 0;
+    unsigned mask = 0;
+    XQueryPointer(display_, Root(), &root, &child, &x, &y, &wx, &wy, &mask);
+    return {x, y};
+}
+
+Window XConnection::FindWindow(const std::string& name) {
+    const std::vector<Window> windows = FindWindows(name);
+    return windows.empty() ? 0 : windows.front();
+}
+
+std::vector<Window> XConnection::FindWindows(const std::string& name) {
+    std::vector<Window> found;
+    std::vector<Window> pending{Root()};
+    for (std::size_t visited = 0; !pending.empty() && visited < 10000; ++visited) {
+        const Window window = pending.back();
+        pending.pop_back();
+        XTextProperty text{};
+        if (XGetWMName(display_, window, &text) && text.value) {
+            char** list = nullptr;
+            int count = 0;
+            bool same = false;
+            if (Xutf8TextPropertyToTextList(display_, &text, &list, &count) == Success && count > 0) {
+                same = name == list[0];
+                XFreeStringList(list);
+            }
+            XFree(text.value);
+            if (same) found.push_back(window);
+        }
+        Window root = 0;
+        Window parent = 0;
+        Window* children = nullptr;
+        unsigned count = 0;
+        if (XQueryTree(display_, window, &root, &parent, &children, &count)) {
+            for (unsigned i = 0; i < count; ++i) pending.push_back(children[i]);
+            if (children) XFree(children);
+        }
+    }
+    return found;
+}
+
+bool XConnection::IsMapped(Window window) {
+    XWindowAttributes attributes{};
+    return window != 0 && XGetWindowAttributes(display_, window, &attributes) && attributes.map_state == IsViewable;
+}
+
+XConnection::Geometry XConnection::WindowGeometry(Window window) {
+    XWindowAttributes attributes{};
+    Geometry geometry;
+    if (!XGetWindowAttributes(display_, window, &attributes)) return geometry;
+    Window child = 0;
+    XTranslateCoordinates(display_, window, Root(), 0, 0, &geometry.x, &geometry.y, &child);
+    geometry.width = attributes.width;
+    geometry.height = attributes.height;
+    return geometry;
+}
+
+std::uint32_t XConnection::ScreenPixel(int x, int y) {
+    XImage* image = XGetImage(display_, Root(), x, y, 1, 1, AllPlanes, ZPixmap);
+    if (!image) return 0xFFFFFFFF;
+    const std::uint32_t pixel = static_cast<std::uint32_t>(XGetPixel(image, 0, 0)) & 0xFFFFFF;
+    XDestroyImage(image);
+    return pixel;
+}
+
+// --- TestApplication ------------------------------------------------------------------
+
+TestApplication::TestApplication(const std::string& display, int x, int y, int width, int height) {
+    display_ = XOpenDisplay(display.c_str());
+    if (!display_) return;
+    XSetWindowAttributes attributes{};
+    attributes.event_mask = KeyPressMask | KeyReleaseMask | ButtonPressMask | ButtonReleaseMask;
+    attributes.background_pixel = 0x808080;
+    window_ = XCreateWindow(display_, DefaultRootWindow(display_), x, y, static_cast<unsigned>(width),
+                            static_cast<unsigned>(height), 0, CopyFromParent, InputOutput, CopyFromParent,
+                            CWEventMask | CWBackPixel, &attributes);
+    XStoreName(display_, window_, "Zirvel test application");
+    XMapWindow(display_, window_);
+    XSync(display_, False);
+    WaitUntil([this] {
+        XWindowAttributes state{};
+        return XGetWindowAttributes(display_, window_, &state) && state.map_state == IsViewable;
+    }, 2000ms);
+}
+
+TestApplication::~TestApplication() {
+    if (display_) XCloseDisplay(display_);
+}
+
+void TestApplication::Focus() {
+    XSetInputFocus(display_, window_, RevertToParent, CurrentTime);
+    XSync(display_, False);
+}
+
+Window TestApplication::FocusedWindow() {
+    Window focus = 0;
+    int revert = 0;
+    XGetInputFocus(display_, &focus, &revert);
+    return focus;
+}
+
+const std::vector<TestApplication::Received>& TestApplication::Events() {
+    while (display_ && XPending(display_) > 0) {
+        XEvent event;
+        XNextEvent(display_, &event);
+        Received received{event.type, 0, 0, 0, 0, 0, std::chrono::steady_clock::now()};
+        if (event.type == KeyPress || event.type == KeyRelease) {
+            received.symbol = XLookupKeysym(&event.xkey, 0);
+            received.time = event.xkey.time;
+        } else if (event.type == ButtonPress || event.type == ButtonRelease) {
+            received.button = event.xbutton.button;
+            received.x = event.xbutton.x_root;
+            received.y = event.xbutton.y_root;
+            received.time = event.xbutton.time;
+        } else {
+            continue;
+        }
+        events_.push_back(received);
+    }
+    return events_;
+}
+
+bool TestApplication::WaitForEvents(int type, std::size_t count, std::chrono::milliseconds timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    while (Events(type).size() < count) {
+        if (std::chrono::steady_clock::now() >= deadline) return false;
+        std::this_thread::sleep_for(1ms);
+    }
+    return true;
+}
+
+std::vector<TestApplication::Received> TestApplication::Events(int type) {
+    std::vector<Received> matching;
+    for (const Received& event : Events()) {
+        if (event.type == type) matching.push_back(event);
+    }
+    return matching;
+}
+
+// --- ProgramUnderTest --------------------------------------------------------------------
+
+ProgramUnderTest::ProgramUnderTest(const std::string& display, const std::string& config, const std::string& wheels)
+    : display_(display), directory_(ScratchDirectory("zirvel_x11_")) {
+    // The program reads its files from the folder it lives in.
+    std::filesystem::copy_file(ZIRVEL_PROGRAM, directory_ / "zirvel");
+    std::filesystem::create_directories(directory_ / "runtime");
+    std::filesystem::permissions(directory_ / "runtime", std::filesystem::perms::owner_all);
+    WriteText(directory_ / "config.json", config);
+    if (!wheels.empty()) WriteText(directory_ / "default.json", wheels);
+    WriteText(directory_ / "voice.json", R"({"actions": []})");
+}
+
+ProgramUnderTest::~ProgramUnderTest() {
+    process_.reset();
+    std::error_code ignored;
+    std::filesystem::remove_all(directory_, ignored);
+}
+
+std::vector<std::string> ProgramUnderTest::Environment() const {
+    return {"DISPLAY=" + display_, "XDG_RUNTIME_DIR=" + (directory_ / "runtime").string(), "QT_QPA_PLATFORM=xcb"};
+}
+
+std::unique_ptr<ChildProcess> ProgramUnderTest::StartAnother() {
+    return std::make_unique<ChildProcess>(std::vector<std::string>{(directory_ / "zirvel").string()}, Environment(),
+                                          directory_ / ("output" + std::to_string(++started_) + ".txt"));
+}
+
+bool ProgramUnderTest::Start() {
+    process_ = StartAnother();
+    // The socket listens once the engine has started.
+    return WaitUntil([this] { return std::filesystem::exists(directory_ / "runtime" / "ZirvelEngineRunning"); },
+                     10000ms) &&
+           process_->Alive();
+}
+
+int ProgramUnderTest::RunTool(const std::string& tool, const std::string& argument) {
+    ChildProcess child({tool, argument}, Environment(), directory_ / "tools.txt");
+    return child.WaitForExit(10000ms).value_or(-1);
+}
+
+int ProgramUnderTest::Activate(const std::filesystem::path& file) { return RunTool(ZIRVEL_ACTIVATE, file.string()); }
+
+int ProgramUnderTest::Say(const std::string& phrase) { return RunTool(ZIRVEL_SAY, phrase); }
+
+}  // namespace zirvel_test

@@ -1,0 +1,156 @@
+// The pieces of a live X11 test: a private Xvfb, the real program started
+// in a scratch program directory, a test application window that records
+// what it receives, and a "user" who types and moves the mouse with XTest.
+#pragma once
+
+#include <X11/Xlib.h>
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zirvel_test {
+
+// Xvfb on a display number it picks itself (-displayfd), with RandR.
+class PrivateXServer {
+public:
+    PrivateXServer(int width, int height);
+    ~PrivateXServer();
+    PrivateXServer(const PrivateXServer&) = delete;
+    PrivateXServer& operator=(const PrivateXServer&) = delete;
+
+    bool Running() const { return pid_ > 0 && !name_.empty(); }
+    const std::string& Name() const { return name_; }  // ":N"
+
+private:
+    pid_t pid_ = -1;
+    std::string name_;
+};
+
+// A child process with its own environment; killed when destroyed.
+class ChildProcess {
+public:
+    ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,
+                 const std::filesystem::path& output);
+    ~ChildProcess();
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    bool Started() const { return pid_ > 0; }
+    // The exit code once it ended within `timeout`, else nothing.
+    std::optional<int> WaitForExit(std::chrono::milliseconds timeout);
+    bool Alive();
+    void Terminate();
+
+private:
+    pid_t pid_ = -1;
+    std::optional<int> exitCode_;
+};
+
+// Polls `condition` every 10 ms for at most `timeout`.
+bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout);
+
+// One connection to the test display, for the test's own client and user.
+class XConnection {
+public:
+    explicit XConnection(const std::string& display);
+    ~XConnection();
+    XConnection(const XConnection&) = delete;
+    XConnection& operator=(const XConnection&) = delete;
+
+    Display* Get() const { return display_; }
+    Window Root() const { return DefaultRootWindow(display_); }
+
+    // The user.
+    void PressKey(KeySym symbol);
+    void HoldKey(KeySym symbol, bool down);
+    void MoveMouseBy(int dx, int dy);
+    void MoveMouseTo(int x, int y);
+    void ClickButton(unsigned button);
+    std::pair<int, int> Pointer();
+
+    // Every window (at any depth) whose name is `name`.
+    std::vector<Window> FindWindows(const std::string& name);
+    // The first of them, 0 if none.
+    Window FindWindow(const std::string& name);
+    bool IsMapped(Window window);
+    // Position on the root and size.
+    struct Geometry {
+        int x = 0;
+        int y = 0;
+        int width = 0;
+        int height = 0;
+    };
+    Geometry WindowGeometry(Window window);
+    // The pixel of the root window (what the screen shows) as 0xRRGGBB.
+    std::uint32_t ScreenPixel(int x, int y);
+
+private:
+    Display* display_ = nullptr;
+};
+
+// A plain window that stands in for a game: it takes the focus and records
+// the key and button events that reach it.
+class TestApplication {
+public:
+    struct Received {
+        int type;          // KeyPress, KeyRelease, ButtonPress, ButtonRelease
+        KeySym symbol;     // keys
+        unsigned button;   // buttons
+        int x;             // buttons: root position
+        int y;
+        Time time;         // server milliseconds
+        std::chrono::steady_clock::time_point arrived;
+    };
+
+    TestApplication(const std::string& display, int x, int y, int width, int height);
+    ~TestApplication();
+
+    Window Id() const { return window_; }
+    void Focus();
+    Window FocusedWindow();
+    // Reads what arrived so far.
+    const std::vector<Received>& Events();
+    // Waits (polling each millisecond) until `count` events of `type` came.
+    bool WaitForEvents(int type, std::size_t count, std::chrono::milliseconds timeout);
+    std::vector<Received> Events(int type);
+
+private:
+    Display* display_ = nullptr;
+    Window window_ = 0;
+    std::vector<Received> events_;
+};
+
+// The real program in a scratch program directory with its own runtime
+// folder (lock and control socket).
+class ProgramUnderTest {
+public:
+    ProgramUnderTest(const std::string& display, const std::string& config, const std::string& wheels);
+    ~ProgramUnderTest();
+
+    // Starts a (further) instance; true when its control socket answers.
+    bool Start();
+    std::unique_ptr<ChildProcess> StartAnother();
+    // Runs zirvel-activate or zirvel-say; their exit code.
+    int Activate(const std::filesystem::path& file);
+    int Say(const std::string& phrase);
+    const std::filesystem::path& Directory() const { return directory_; }
+    ChildProcess* Process() const { return process_.get(); }
+
+private:
+    std::vector<std::string> Environment() const;
+    int RunTool(const std::string& tool, const std::string& argument);
+
+    std::string display_;
+    std::filesystem::path directory_;
+    std::unique_ptr<ChildProcess> process_;
+    int started_ = 0;
+};
+
+}  // namespace zirvel_test
