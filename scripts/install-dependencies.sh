@@ -2,6 +2,7 @@
 # Installs the Debian packages that a task needs and that are missing.
 #   install-dependencies.sh run    building and running the program
 #   install-dependencies.sh test   building both platforms and running tests
+#   install-dependencies.sh demo   the demo on a private X server
 # Uses sudo when not root; never asks questions.
 set -euo pipefail
 
@@ -11,10 +12,13 @@ test_packages=(libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils)
 
+demo_packages=(xvfb xcompmgr x11-apps x11-xserver-utils xdotool xterm netpbm)
+
 case "${1:-}" in
   run)  wanted=("${build_packages[@]}") ;;
+  demo) wanted=("${build_packages[@]}" "${demo_packages[@]}") ;;
   test) wanted=("${build_packages[@]}" "${test_packages[@]}") ;;
-  *) echo "usage: $0 run|test" >&2; exit 2 ;;
+  *) echo "usage: $0 run|test|demo" >&2; exit 2 ;;
 esac
 
 missing=()
