@@ -121,12 +121,13 @@ void ChildProcess::Terminate() {
     if (!exitCode_ && pid_ > 0) kill(pid_, SIGTERM);
 }
 
-bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {
+bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout,
+               std::chrono::microseconds poll) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     for (;;) {
         if (condition()) return true;
         if (std::chrono::steady_clock::now() >= deadline) return false;
-        std::this_thread::sleep_for(10ms);
+        std::this_thread::sleep_for(poll);
     }
 }
 
@@ -298,7 +299,7 @@ bool TestApplication::WaitForEvents(int type, std::size_t count, std::chrono::mi
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     while (Events(type).size() < count) {
         if (std::chrono::steady_clock::now() >= deadline) return false;
-        std::this_thread::sleep_for(1ms);
+        std::this_thread::sleep_for(200us);
     }
     return true;
 }

@@ -43,6 +43,7 @@ public:
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     bool Started() const { return pid_ > 0; }
+    pid_t Pid() const { return pid_; }
     // The exit code once it ended within `timeout`, else nothing.
     std::optional<int> WaitForExit(std::chrono::milliseconds timeout);
     bool Alive();
@@ -53,8 +54,9 @@ private:
     std::optional<int> exitCode_;
 };
 
-// Polls `condition` every 10 ms for at most `timeout`.
-bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout);
+// Polls `condition` every `poll` for at most `timeout`.
+bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout,
+               std::chrono::microseconds poll = std::chrono::milliseconds(10));
 
 // One connection to the test display, for the test's own client and user.
 class XConnection {
@@ -117,7 +119,7 @@ public:
     Window FocusedWindow();
     // Reads what arrived so far.
     const std::vector<Received>& Events();
-    // Waits (polling each millisecond) until `count` events of `type` came.
+    // Waits (polling every 0.2 ms) until `count` events of `type` came.
     bool WaitForEvents(int type, std::size_t count, std::chrono::milliseconds timeout);
     std::vector<Received> Events(int type);
 

@@ -1,0 +1,139 @@
+// The live program on a private X server, measured from outside as a user
+// would notice it:
+//   - hot key pressed → the wheel's first picture on the screen;
+//   - the first key of a clicked field against sendDelay;
+//   - CPU use with the wheel hidden (idle) and shown.
+// Usage: live_x11_benchmark [idle seconds, default 60] [shown seconds, default 10]
+#include <X11/keysym.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+#include "x_session.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+using zirvel_test::WaitUntil;
+
+constexpr int kRounds = 40;
+constexpr int kSendDelay = 150;
+
+constexpr char kConfig[] = R"({"toggleKey": "f8", "sendDelay": 150, "keyHold": 20, "gazeEnabled": false,
+                               "voiceEnabled": false})";
+constexpr char kWheels[] = R"({"actions": [
+  {"name": "A", "key": "a"}, {"name": "B", "key": "b"}, {"name": "C", "key": "c"}, {"name": "D", "key": "d"},
+  {"name": "E", "key": "e"}, {"name": "F", "key": "f"}, {"name": "G", "key": "g"}, {"name": "H", "key": "h"}]})";
+
+double Milliseconds(Clock::duration duration) {
+    return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+void Report(const char* what, std::vector<double> samples) {
+    if (samples.empty()) {
+        std::printf("%-44s no samples\n", what);
+        return;
+    }
+    std::sort(samples.begin(), samples.end());
+    const auto at = [&samples](double q) { return samples[static_cast<std::size_t>(q * (samples.size() - 1))]; };
+    std::printf("%-44s median %7.2f ms   p90 %7.2f ms   max %7.2f ms   (n = %zu)\n", what, at(0.5), at(0.9),
+                samples.back(), samples.size());
+}
+
+// User plus system CPU time of a process, in seconds.
+double CpuSeconds(pid_t pid) {
+    std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
+    std::string line;
+    std::getline(stat, line);
+    std::istringstream fields(line.substr(line.rfind(')') + 2));
+    std::string field;
+    double ticks = 0;
+    for (int index = 3; fields >> field; ++index) {
+        if (index == 14 || index == 15) ticks += std::stod(field);
+        if (index == 15) break;
+    }
+    return ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+double CpuPercentOver(pid_t pid, std::chrono::seconds span) {
+    const double before = CpuSeconds(pid);
+    std::this_thread::sleep_for(span);
+    return 100.0 * (CpuSeconds(pid) - before) / static_cast<double>(span.count());
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    const std::chrono::seconds idleSpan(argc > 1 ? std::stoi(argv[1]) : 60);
+    const std::chrono::seconds shownSpan(argc > 2 ? std::stoi(argv[2]) : 10);
+
+    zirvel_test::PrivateXServer server(1920, 1080);
+    if (!server.Running()) {
+        std::fprintf(stderr, "Xvfb did not start\n");
+        return 1;
+    }
+    zirvel_test::XConnection user(server.Name());
+    zirvel_test::TestApplication application(server.Name(), 0, 0, 1920, 1080);
+    application.Focus();
+    zirvel_test::ProgramUnderTest program(server.Name(), kConfig, kWheels);
+    if (!program.Start()) {
+        std::fprintf(stderr, "the program did not start\n");
+        return 1;
+    }
+    user.MoveMouseTo(700, 500);
+    std::this_thread::sleep_for(300ms);
+
+    // The top field of the wheel centred on the 1920 x 1080 screen.
+    const int probeX = (1920 - 588) / 2 + 294;
+    const int probeY = (1080 - 460) / 2 + 80;
+    const std::uint32_t desktop = user.ScreenPixel(probeX, probeY);
+
+    std::vector<double> latencies;
+    for (int round = 0; round < kRounds; ++round) {
+        const auto pressed = Clock::now();
+        user.PressKey(XK_F8);
+        if (WaitUntil([&] { return user.ScreenPixel(probeX, probeY) != desktop; }, 2000ms, 200us)) {
+            latencies.push_back(Milliseconds(Clock::now() - pressed));
+        }
+        user.PressKey(XK_F8);
+        WaitUntil([&] { return user.ScreenPixel(probeX, probeY) == desktop; }, 2000ms);
+        std::this_thread::sleep_for(30ms);
+    }
+
+    std::vector<double> errors;
+    for (int round = 0; round < kRounds; ++round) {
+        const std::size_t before = application.Events(KeyPress).size();
+        user.PressKey(XK_F8);
+        WaitUntil([&] { return user.ScreenPixel(probeX, probeY) != desktop; }, 2000ms);
+        user.MoveMouseBy(0, -120);
+        std::this_thread::sleep_for(40ms);
+        const auto clicked = Clock::now();
+        user.ClickButton(1);
+        if (application.WaitForEvents(KeyPress, before + 1, 2000ms)) {
+            const auto arrived = application.Events(KeyPress)[before].arrived;
+            errors.push_back(Milliseconds(arrived - clicked) - kSendDelay);
+        }
+        application.WaitForEvents(KeyRelease, before + 1, 2000ms);
+        std::this_thread::sleep_for(30ms);
+    }
+
+    std::printf("Zirvel on Xvfb 1920 x 1080, %d rounds each\n", kRounds);
+    Report("hot key -> first wheel picture on screen", latencies);
+    Report("first key after click - sendDelay (150 ms)", errors);
+    const pid_t pid = program.Process()->Pid();
+    std::printf("%-44s %.3f %% of one core over %lld s\n", "CPU, wheel hidden (idle)",
+                CpuPercentOver(pid, idleSpan), static_cast<long long>(idleSpan.count()));
+    user.PressKey(XK_F8);
+    std::printf("%-44s %.3f %% of one core over %lld s\n", "CPU, wheel shown", CpuPercentOver(pid, shownSpan),
+                static_cast<long long>(shownSpan.count()));
+    user.PressKey(XK_F8);
+    return 0;
+}
