@@ -1,8 +1,6 @@
 #include "config/text.h"
 #include "engine/function_runner.h"
 #include "engine_fixture.h"
-#include "navigation/element_hints.h"
-#include "navigation/element_scanner.h"
 
 namespace zirvel_test {
 namespace {
@@ -152,34 +150,6 @@ TEST_F(EngineTest, GridNarrowsBySpokenNumbersAndMovesTheCursor) {
     EXPECT_EQ(engine().gridLevel, 2);
 }
 
-// A scanner that answers with fixed rectangles.
-class FixedScanner : public zirvel::ElementScanner {
-public:
-    zirvel::ElementScanResult Scan(zirvel::ElementScanMode mode) override {
-        ++scans;
-        lastMode = mode;
-        zirvel::ElementScanResult result;
-        result.area = {0, 0, 1920, 1080};
-        for (int i = 0; i < 5; ++i) result.elements.push_back({100 * i, 10, 100 * i + 50, 40});
-        return result;
-    }
-    std::atomic<int> scans{0};
-    zirvel::ElementScanMode lastMode = zirvel::ElementScanMode::ForegroundWindow;
-};
-
-class HintsTest : public EngineTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        zirvel::SetElementScanner(&scanner_);
-    }
-    void TearDown() override {
-        zirvel::SetElementScanner(nullptr);
-        EngineTest::TearDown();
-    }
-    FixedScanner scanner_;
-};
-
 TEST_F(HintsTest, TwoQuickRequestsStartOneScan) {
     Start(R"({"keyHold": 10})");
     PostVoice(platform_, 10);
@@ -262,17 +232,10 @@ void PostSkipped(zirvel::NullPlatform& platform, std::u16string phrases) {
 }
 
 // The engine started by the stand-alone host, which has a tray icon.
-class HostEngineTest : public EngineTest {
-protected:
-    void StartHost() {
-        WriteFile("config.json", "{}");
-        WriteFile("voice.json", R"({"actions": []})");
-        ASSERT_TRUE(zirvel::StartEngine(true));
-    }
-};
+class HostEngineTest : public EngineTest {};
 
 TEST_F(HostEngineTest, SkippedPhrasesShowAWarningNotice) {
-    StartHost();
+    StartStandAlone();
     PostSkipped(platform_, u"\u201Eskok w bok\u201D, \u201Equux\u201D");
     platform_.DispatchPosted();
     ASSERT_EQ(platform_.TrayNotices().size(), 1u);
@@ -282,7 +245,7 @@ TEST_F(HostEngineTest, SkippedPhrasesShowAWarningNotice) {
 }
 
 TEST_F(HostEngineTest, ALongSkippedListIsCutTo255Units) {
-    StartHost();
+    StartStandAlone();
     PostSkipped(platform_, std::u16string(400, u'x'));
     platform_.DispatchPosted();
     ASSERT_EQ(platform_.TrayNotices().size(), 1u);
@@ -300,7 +263,7 @@ TEST_F(EngineTest, SkippedPhrasesShowNothingUnderTheFrontEnd) {
 }
 
 TEST_F(HostEngineTest, AHandedOverWheelFileIsActivatedAndNamedInTheTray) {
-    StartHost();
+    StartStandAlone();
     WriteFile("games.json", R"({"wheels": [{"name": "G", "actions": [{"name": "g", "key": "g"}]}]})");
     EXPECT_TRUE(zirvel::ActivateHandedOverWheelFile(PathOf("games.json")));
     EXPECT_EQ(engine().Wheels()[0].name, u"G");
@@ -309,7 +272,7 @@ TEST_F(HostEngineTest, AHandedOverWheelFileIsActivatedAndNamedInTheTray) {
 }
 
 TEST_F(HostEngineTest, AHandedOverFileWithoutFunctionsChangesNothing) {
-    StartHost();
+    StartStandAlone();
     WriteFile("empty.json", R"({"wheels": [{"name": "E", "actions": []}]})");
     EXPECT_FALSE(zirvel::ActivateHandedOverWheelFile(PathOf("empty.json")));
     EXPECT_FALSE(zirvel::ActivateHandedOverWheelFile(u""));

@@ -45,9 +45,7 @@ TEST_F(EngineTest, ConfigurationProblemsAreNotShownThroughTheExports) {
 }
 
 TEST_F(EngineTest, StandAloneHostShowsConfigurationProblems) {
-    WriteFile("config.json", R"({"segmentColor": "#FFF"})");
-    WriteFile("voice.json", R"({"actions": []})");
-    ASSERT_TRUE(zirvel::StartEngine(true));
+    StartStandAlone(R"({"segmentColor": "#FFF"})");
     ASSERT_EQ(platform_.Warnings().size(), 1u);
     EXPECT_EQ(platform_.Warnings()[0],
               u"Problemy z konfiguracją:\n\nconfig.json: niepoprawny \"segmentColor\" (format \"#RRGGBB\").\n");
