@@ -28,6 +28,10 @@ inline constexpr zirvel::WindowHandle kGameWindow = 0x1234;
 inline constexpr zirvel::WindowHandle kOtherWindow = 0x999;
 // Where the real cursor is when a test starts.
 inline constexpr zirvel::ScreenPoint kStartCursor{700, 500};
+// The null platform's one monitor, primary in UseTwoMonitors; the second
+// lies to its right.
+inline constexpr zirvel::ScreenRect kPrimaryMonitor{0, 0, 1920, 1080};
+inline constexpr zirvel::ScreenRect kRightMonitor{1920, 0, 1920 + 1280, 1024};
 
 // Messages as the voice thread posts them.
 inline void PostVoice(zirvel::NullPlatform& platform, std::int32_t code) {
@@ -105,6 +109,8 @@ protected:
     zirvel::EngineState& engine() { return zirvel::Engine(); }
 
     std::u16string PathOf(const std::string& name) const { return (directory_ / name).u16string(); }
+
+    void UseTwoMonitors() { platform_.SetMonitors({kPrimaryMonitor, kRightMonitor}); }
 
     // Moves the virtual cursor to a wheel-window point through raw motion.
     void MoveVirtualCursorTo(int x, int y) {

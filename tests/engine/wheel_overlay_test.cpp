@@ -46,7 +46,7 @@ TEST_F(EngineTest, ArrowsExistOnlyWithTwoWheels) {
 }
 
 TEST_F(EngineTest, WheelShowsCentredOnTheMonitorOfTheCursor) {
-    platform_.SetMonitors({{0, 0, 1920, 1080}, {1920, 0, 1920 + 1280, 1024}});
+    UseTwoMonitors();
     platform_.SetCursor({2500, 300});
     Start();
     platform_.PressHotKey();
