@@ -133,14 +133,7 @@ TEST_F(EngineTest, VoiceFunctionOfAVisibleWheelRestoresFocusBeforeItRuns) {
     platform_.SetForeground(kOtherWindow);
     PostRun(platform_, EngineMessageKind::RunWheelFunction, 1, 0);
     platform_.DispatchPosted();
-    const std::uint64_t selected = platform_.Now();
-    EXPECT_EQ(OverlayIsWheelVisible(), 0);
-    ExpectCursorAndFocusRestored();
-    EXPECT_TRUE(platform_.Injected().empty());  // the run waits sendDelay
-    platform_.Advance(1000);
-    ASSERT_EQ(platform_.Injected().size(), 2u);
-    EXPECT_EQ(platform_.Injected()[0].vk, 'B');
-    EXPECT_EQ(platform_.Injected()[0].time - selected, 200u);
+    ExpectFocusBackThenKeyAfter('B', 200);
 }
 
 TEST_F(EngineTest, VoiceFunctionOfAnotherWheelLeavesTheCurrentWheel) {
@@ -210,13 +203,7 @@ TEST_F(EngineTest, GlobalVoiceFunctionWithTheWheelShowingClosesItFirst) {
 
     PostRun(platform_, EngineMessageKind::RunGlobalFunction, 1);
     platform_.DispatchPosted();
-    const std::uint64_t selected = platform_.Now();
-    EXPECT_EQ(OverlayIsWheelVisible(), 0);
-    ExpectCursorAndFocusRestored();
-    platform_.Advance(1000);
-    ASSERT_EQ(platform_.Injected().size(), 2u);
-    EXPECT_EQ(platform_.Injected()[0].vk, 'H');
-    EXPECT_EQ(platform_.Injected()[0].time - selected, 200u);
+    ExpectFocusBackThenKeyAfter('H', 200);
 }
 
 TEST_F(EngineTest, ClickCommandSelectsWhileTheWheelShowsAndClicksOtherwise) {

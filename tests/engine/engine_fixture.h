@@ -106,6 +106,19 @@ protected:
         EXPECT_EQ(platform_.ForegroundRequests()[0], kGameWindow);
     }
 
+    // The wheel has just closed to run a function of one key: cursor and
+    // focus are already back, and the key goes down `delay` ms later.
+    void ExpectFocusBackThenKeyAfter(std::uint16_t vk, std::uint64_t delay) {
+        const std::uint64_t closed = platform_.Now();
+        EXPECT_EQ(OverlayIsWheelVisible(), 0);
+        ExpectCursorAndFocusRestored();
+        EXPECT_TRUE(platform_.Injected().empty());
+        platform_.Advance(delay + 500);
+        ASSERT_EQ(platform_.Injected().size(), 2u);
+        EXPECT_EQ(platform_.Injected()[0].vk, vk);
+        EXPECT_EQ(platform_.Injected()[0].time - closed, delay);
+    }
+
     zirvel::EngineState& engine() { return zirvel::Engine(); }
 
     std::u16string PathOf(const std::string& name) const { return (directory_ / name).u16string(); }

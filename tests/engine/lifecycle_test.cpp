@@ -293,32 +293,29 @@ TEST_F(EngineTest, StopLeavesTheLastStatusCodes) {
     EXPECT_EQ(std::u16string(OverlayVoiceStatus()), u"aktywny");
 }
 
-// How long OverlayEngineStop takes with a thread that ignores its stop flag
-// for four seconds.
-std::chrono::steady_clock::duration StopWithAThreadThatIgnoresTheFlag() {
+void IgnoreTheStopFlag(const std::atomic<bool>&) { std::this_thread::sleep_for(std::chrono::seconds(4)); }
+
+// Stops the engine while `thread` ignores its stop flag (for four seconds):
+// the stop waits about `wait`, then abandons the thread.
+void ExpectStopAbandonsAfter(const zirvel::BackgroundThread& thread, std::chrono::milliseconds wait) {
     const auto start = std::chrono::steady_clock::now();
     OverlayEngineStop();
-    return std::chrono::steady_clock::now() - start;
+    const auto waited = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(waited, wait - std::chrono::milliseconds(100));
+    EXPECT_LT(waited, wait + std::chrono::milliseconds(1000));
+    EXPECT_FALSE(thread.Running());
 }
-
-void IgnoreTheStopFlag(const std::atomic<bool>&) { std::this_thread::sleep_for(std::chrono::seconds(4)); }
 
 TEST_F(EngineTest, AGazeThreadThatDoesNotStopIsAbandonedAfterItsWait) {
     zirvel::SetGazeThreadBody(IgnoreTheStopFlag);
     Start(R"({"gazeEnabled": true, "voiceEnabled": false})");
-    const auto waited = StopWithAThreadThatIgnoresTheFlag();
-    EXPECT_GE(waited, std::chrono::milliseconds(1400));
-    EXPECT_LT(waited, std::chrono::milliseconds(2500));
-    EXPECT_FALSE(engine().gazeThread.Running());
+    ExpectStopAbandonsAfter(engine().gazeThread, std::chrono::milliseconds(1500));
 }
 
 TEST_F(EngineTest, AVoiceThreadThatDoesNotStopIsAbandonedAfterItsWait) {
     zirvel::SetVoiceThreadBody(IgnoreTheStopFlag);
     Start(R"({"gazeEnabled": false, "voiceEnabled": true})");
-    const auto waited = StopWithAThreadThatIgnoresTheFlag();
-    EXPECT_GE(waited, std::chrono::milliseconds(1900));
-    EXPECT_LT(waited, std::chrono::milliseconds(3000));
-    EXPECT_FALSE(engine().voiceThread.Running());
+    ExpectStopAbandonsAfter(engine().voiceThread, std::chrono::milliseconds(2000));
 }
 
 TEST_F(EngineTest, StopHidesTheWheelWithoutRestoringFocus) {

@@ -238,14 +238,7 @@ TEST_F(EngineTest, SelectingAFieldGivesCursorAndFocusBackBeforeTheRun) {
     MoveVirtualCursorTo(394, 230);
     platform_.PressLeftButton();
     platform_.DispatchPosted();
-    const std::uint64_t selected = platform_.Now();
-    EXPECT_EQ(OverlayIsWheelVisible(), 0);
-    ExpectCursorAndFocusRestored();
-    EXPECT_TRUE(platform_.Injected().empty());
-    platform_.Advance(1000);
-    ASSERT_EQ(platform_.Injected().size(), 2u);
-    EXPECT_EQ(platform_.Injected()[0].vk, 'B');
-    EXPECT_EQ(platform_.Injected()[0].time - selected, 200u);
+    ExpectFocusBackThenKeyAfter('B', 200);
 }
 
 TEST_F(EngineTest, AFieldWithoutStepsOnlyClosesTheWheel) {
@@ -265,6 +258,20 @@ TEST_F(EngineTest, AFieldWithoutStepsOnlyClosesTheWheel) {
 
 class GazeTest : public EngineTest {
 protected:
+    // The tracker reports itself active and the mouse has been still for
+    // long when the wheel shows.
+    void ShowWithTheTrackerActive() {
+        engine().gazeStatus = zirvel::kGazeActive;
+        platform_.Advance(1000);
+        platform_.PressHotKey();
+    }
+    // Four fields; the wheel shows with the tracker active and the gaze on
+    // field 0, above the centre.
+    void ShowLookingAtTheTopField(const std::string& config) {
+        Start(config, kFourFields);
+        ShowWithTheTrackerActive();
+        LookAt(294, 80);
+    }
     // Gaze at a point of the wheel window on a 1920 x 1080 primary screen.
     void LookAt(int x, int y) {
         const zirvel::ScreenRect wheel = platform_.SurfaceAt(zirvel::Surface::Wheel).rect;
@@ -281,11 +288,7 @@ protected:
 };
 
 TEST_F(GazeTest, DwellOnAFieldSelectsIt) {
-    Start(R"({"gazeDwell": 300, "sendDelay": 0, "keyHold": 0})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);  // the mouse has been still for long
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 300, "sendDelay": 0, "keyHold": 0})");
     Dwell(150);
     EXPECT_EQ(engine().hoveredField, 0);
     EXPECT_TRUE(engine().gazeDriven);
@@ -299,11 +302,7 @@ TEST_F(GazeTest, DwellOnAFieldSelectsIt) {
 }
 
 TEST_F(GazeTest, ZeroDwellNeverSelects) {
-    Start(R"({"gazeDwell": 0})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 0})");
     Dwell(3000);
     EXPECT_EQ(engine().hoveredField, 0);
     EXPECT_EQ(OverlayIsWheelVisible(), 1);
@@ -311,11 +310,7 @@ TEST_F(GazeTest, ZeroDwellNeverSelects) {
 }
 
 TEST_F(GazeTest, MouseMotionCancelsTheDwellAndTheGazeWaitsForStillness) {
-    Start(R"({"gazeDwell": 2000})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 2000})");
     Dwell(300);
     ASSERT_GT(engine().dwellProgress, 0.0f);
     platform_.MoveMouse(0, 1);
@@ -331,11 +326,7 @@ TEST_F(GazeTest, MouseMotionCancelsTheDwellAndTheGazeWaitsForStillness) {
 }
 
 TEST_F(GazeTest, AStaleGazeSampleDoesNotSteer) {
-    Start(R"({"gazeDwell": 300})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 300})");
     engine().lastGazeTick = platform_.Now();
     platform_.Advance(300);
     const int y = engine().cursorY;
@@ -346,11 +337,7 @@ TEST_F(GazeTest, AStaleGazeSampleDoesNotSteer) {
 }
 
 TEST_F(GazeTest, EachTickMovesThirtyFivePercentOfTheWayTruncated) {
-    Start(R"({"gazeDwell": 0})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 0})");
     Dwell(15);
     EXPECT_EQ(engine().cursorX, 294);
     EXPECT_EQ(engine().cursorY, 178);  // 230 + trunc(0.35 * -150)
@@ -366,9 +353,7 @@ TEST_F(GazeTest, TheGazePointIsTakenOnThePrimaryScreenWhereverTheWheelIs) {
     UseTwoMonitors();
     platform_.SetCursor({2500, 300});
     Start(R"({"gazeDwell": 0})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
+    ShowWithTheTrackerActive();
     ASSERT_EQ(platform_.SurfaceAt(zirvel::Surface::Wheel).rect, WheelCentredOn(kRightMonitor));
     // (1824, 540) of the 1920 x 1080 primary screen, (-442, 258) in the window
     // at (2266, 282).
@@ -380,11 +365,7 @@ TEST_F(GazeTest, TheGazePointIsTakenOnThePrimaryScreenWhereverTheWheelIs) {
 }
 
 TEST_F(GazeTest, TheGazeSteersOnlyWhenEnabledAndActive) {
-    Start(R"({"gazeEnabled": false, "gazeDwell": 0})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeEnabled": false, "gazeDwell": 0})");
     Dwell(60);
     EXPECT_EQ(engine().cursorY, 230);
     EXPECT_FALSE(engine().gazeDriven);
@@ -404,9 +385,7 @@ TEST_F(GazeTest, TheGazeSteersOnlyWhenEnabledAndActive) {
 
 TEST_F(GazeTest, LookingWhereTheCursorIsSteersWithoutARedraw) {
     Start(R"({"gazeDwell": 300})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
+    ShowWithTheTrackerActive();
     ASSERT_FALSE(engine().gazeDriven);
     const int redraws = engine().wheelRedraws;
     engine().gazePointX = 5000;  // the middle of the screen: the wheel's centre
@@ -420,9 +399,7 @@ TEST_F(GazeTest, LookingWhereTheCursorIsSteersWithoutARedraw) {
 
 TEST_F(GazeTest, DwellOnAnArrowSwitchesTheWheelAndKeepsItOpen) {
     Start(R"({"gazeDwell": 300})", kTwoWheels);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
+    ShowWithTheTrackerActive();
     LookAt(30, 230);
     for (int tick = 0; tick < 100 && engine().configuration.currentWheel == 0; ++tick) Dwell(15);
     EXPECT_EQ(engine().configuration.currentWheel, 1);
@@ -432,11 +409,7 @@ TEST_F(GazeTest, DwellOnAnArrowSwitchesTheWheelAndKeepsItOpen) {
 }
 
 TEST_F(GazeTest, MovingToAnotherFieldStartsTheDwellAgain) {
-    Start(R"({"gazeDwell": 300, "sendDelay": 0, "keyHold": 0})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 300, "sendDelay": 0, "keyHold": 0})");
     Dwell(210);
     ASSERT_EQ(engine().dwellTarget, 0);
     ASSERT_GT(engine().dwellProgress, 0.5f);
@@ -457,11 +430,7 @@ TEST_F(GazeTest, MovingToAnotherFieldStartsTheDwellAgain) {
 }
 
 TEST_F(GazeTest, ASecondShowStartsFromTheCentreWithNothingCarriedOver) {
-    Start(R"({"gazeDwell": 2000})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 2000})");
     Dwell(150);
     ASSERT_GT(engine().dwellProgress, 0.0f);
     platform_.MoveMouse(5, 5);
