@@ -12,6 +12,20 @@ constexpr char kTwoWheels[] = R"({"wheels": [
   {"name": "A", "actions": [{"name": "a", "key": "a"}]},
   {"name": "B", "actions": [{"name": "b", "key": "b"}]}]})";
 
+// A wheels file of one wheel with `count` fields.
+std::string FieldsFile(int count) {
+    std::string actions;
+    for (int i = 0; i < count; ++i) actions += (i ? ", " : "") + std::string(R"({"name": "f", "key": "a"})");
+    return R"({"actions": [)" + actions + "]}";
+}
+
+// Where the wheel window stands when centred on `monitor`.
+zirvel::ScreenRect WheelCentredOn(const zirvel::ScreenRect& monitor) {
+    const int left = (monitor.left + monitor.right - zirvel::kWheelWidth) / 2;
+    const int top = (monitor.top + monitor.bottom - zirvel::kWheelHeight) / 2;
+    return {left, top, left + zirvel::kWheelWidth, top + zirvel::kWheelHeight};
+}
+
 TEST_F(EngineTest, FourFieldsStartAtTwelveOClockAndGoClockwise) {
     Start("{}", kFourFields);
     EXPECT_EQ(HitTestField(294 + 100, 230), 1);
@@ -45,15 +59,56 @@ TEST_F(EngineTest, ArrowsExistOnlyWithTwoWheels) {
     EXPECT_EQ(HitTestArrow(294, 230), -1);
 }
 
+TEST_F(EngineTest, JustLeftOfTwelveOClockIsTheLastField) {
+    Start("{}", kFourFields);
+    EXPECT_EQ(HitTestField(293, 130), 3);
+}
+
+TEST_F(EngineTest, SectorsOfFieldCountsThatDoNotDivide360) {
+    Start("{}", FieldsFile(3));
+    EXPECT_EQ(HitTestField(394, 230), 0);  // 90 degrees of 120
+    EXPECT_EQ(HitTestField(294, 330), 1);  // 180
+    EXPECT_EQ(HitTestField(194, 230), 2);  // 270
+    EXPECT_EQ(HitTestField(293, 130), 2);
+
+    WriteFile("seven.json", FieldsFile(7));  // sectors of 51.43 degrees
+    ASSERT_EQ(OverlayActivateWheelFile(PathOf("seven.json").c_str()), 1);
+    EXPECT_EQ(HitTestField(371, 166), 0);  // 50.3 degrees
+    EXPECT_EQ(HitTestField(374, 170), 1);  // 53.1
+    EXPECT_EQ(HitTestField(214, 170), 5);  // 306.9
+    EXPECT_EQ(HitTestField(217, 166), 6);  // 309.7
+    EXPECT_EQ(HitTestField(293, 130), 6);
+}
+
+TEST_F(EngineTest, ACursorOutsideEveryMonitorShowsTheWheelOnTheNearestOne) {
+    UseTwoMonitors();
+    platform_.SetCursor({5000, 300});
+    Start();
+    platform_.PressHotKey();
+    EXPECT_EQ(platform_.SurfaceAt(zirvel::Surface::Wheel).rect, WheelCentredOn(kRightMonitor));
+}
+
+TEST_F(EngineTest, TakeFocusWithoutAForegroundWindowAsksForNothing) {
+    Start(R"({"takeFocus": true})");
+    platform_.SetForeground(0);
+    platform_.PressHotKey();
+    EXPECT_EQ(OverlayIsWheelVisible(), 1);
+    EXPECT_EQ(platform_.WheelTakeFocusRequests(), 0);
+    platform_.PressHotKey();
+    EXPECT_TRUE(platform_.ForegroundRequests().empty());
+    platform_.SetForeground(kGameWindow);
+    platform_.PressHotKey();
+    EXPECT_EQ(platform_.WheelTakeFocusRequests(), 1);
+}
+
 TEST_F(EngineTest, WheelShowsCentredOnTheMonitorOfTheCursor) {
-    platform_.SetMonitors({{0, 0, 1920, 1080}, {1920, 0, 1920 + 1280, 1024}});
+    UseTwoMonitors();
     platform_.SetCursor({2500, 300});
     Start();
     platform_.PressHotKey();
     const zirvel::SurfaceState wheel = platform_.SurfaceAt(zirvel::Surface::Wheel);
     EXPECT_TRUE(wheel.visible);
-    EXPECT_EQ(wheel.rect, (zirvel::ScreenRect{1920 + (1280 - 588) / 2, (1024 - 460) / 2,
-                                               1920 + (1280 - 588) / 2 + 588, (1024 - 460) / 2 + 460}));
+    EXPECT_EQ(wheel.rect, WheelCentredOn(kRightMonitor));
     EXPECT_TRUE(platform_.PointerCaptured());
     EXPECT_EQ(platform_.PinnedAt(), (zirvel::ScreenPoint{2500, 300}));
     EXPECT_TRUE(platform_.WheelTimerRunning());
@@ -176,10 +231,47 @@ TEST_F(EngineTest, DuplicateSelectionsOfOneClickRunTheFunctionOnce) {
     EXPECT_EQ(platform_.Injected()[0].vk, 'B');
 }
 
+TEST_F(EngineTest, SelectingAFieldGivesCursorAndFocusBackBeforeTheRun) {
+    Start(R"({"sendDelay": 200, "keyHold": 10})", kFourFields);
+    platform_.PressHotKey();
+    platform_.SetForeground(kOtherWindow);
+    MoveVirtualCursorTo(394, 230);
+    platform_.PressLeftButton();
+    platform_.DispatchPosted();
+    ExpectFocusBackThenKeyAfter('B', 200);
+}
+
+TEST_F(EngineTest, AFieldWithoutStepsOnlyClosesTheWheel) {
+    Start("{}", R"({"actions": [{"name": "nothing"}, {"name": "b", "key": "b"}]})");
+    platform_.PressHotKey();
+    MoveVirtualCursorTo(394, 230);
+    ASSERT_EQ(engine().hoveredField, 0);
+    platform_.PressLeftButton();
+    platform_.Advance(500);
+    EXPECT_EQ(OverlayIsWheelVisible(), 0);
+    EXPECT_EQ(platform_.CursorMoves().size(), 1u);
+    EXPECT_EQ(platform_.DetachedJobsStarted(), 0u);
+    EXPECT_TRUE(platform_.Injected().empty());
+}
+
 // --- Gaze --------------------------------------------------------------------------
 
 class GazeTest : public EngineTest {
 protected:
+    // The tracker reports itself active and the mouse has been still for
+    // long when the wheel shows.
+    void ShowWithTheTrackerActive() {
+        engine().gazeStatus = zirvel::kGazeActive;
+        platform_.Advance(1000);
+        platform_.PressHotKey();
+    }
+    // Four fields; the wheel shows with the tracker active and the gaze on
+    // field 0, above the centre.
+    void ShowLookingAtTheTopField(const std::string& config) {
+        Start(config, kFourFields);
+        ShowWithTheTrackerActive();
+        LookAt(294, 80);
+    }
     // Gaze at a point of the wheel window on a 1920 x 1080 primary screen.
     void LookAt(int x, int y) {
         const zirvel::ScreenRect wheel = platform_.SurfaceAt(zirvel::Surface::Wheel).rect;
@@ -196,11 +288,7 @@ protected:
 };
 
 TEST_F(GazeTest, DwellOnAFieldSelectsIt) {
-    Start(R"({"gazeDwell": 300, "sendDelay": 0, "keyHold": 0})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);  // the mouse has been still for long
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 300, "sendDelay": 0, "keyHold": 0})");
     Dwell(150);
     EXPECT_EQ(engine().hoveredField, 0);
     EXPECT_TRUE(engine().gazeDriven);
@@ -214,11 +302,7 @@ TEST_F(GazeTest, DwellOnAFieldSelectsIt) {
 }
 
 TEST_F(GazeTest, ZeroDwellNeverSelects) {
-    Start(R"({"gazeDwell": 0})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 0})");
     Dwell(3000);
     EXPECT_EQ(engine().hoveredField, 0);
     EXPECT_EQ(OverlayIsWheelVisible(), 1);
@@ -226,11 +310,7 @@ TEST_F(GazeTest, ZeroDwellNeverSelects) {
 }
 
 TEST_F(GazeTest, MouseMotionCancelsTheDwellAndTheGazeWaitsForStillness) {
-    Start(R"({"gazeDwell": 2000})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 2000})");
     Dwell(300);
     ASSERT_GT(engine().dwellProgress, 0.0f);
     platform_.MoveMouse(0, 1);
@@ -246,11 +326,7 @@ TEST_F(GazeTest, MouseMotionCancelsTheDwellAndTheGazeWaitsForStillness) {
 }
 
 TEST_F(GazeTest, AStaleGazeSampleDoesNotSteer) {
-    Start(R"({"gazeDwell": 300})", kFourFields);
-    engine().gazeStatus = zirvel::kGazeActive;
-    platform_.Advance(1000);
-    platform_.PressHotKey();
-    LookAt(294, 80);
+    ShowLookingAtTheTopField(R"({"gazeDwell": 300})");
     engine().lastGazeTick = platform_.Now();
     platform_.Advance(300);
     const int y = engine().cursorY;
@@ -258,6 +334,122 @@ TEST_F(GazeTest, AStaleGazeSampleDoesNotSteer) {
     LookAt(294, 400);
     platform_.Advance(300);
     EXPECT_EQ(engine().cursorY, y);  // not after 250 ms without a new sample
+}
+
+TEST_F(GazeTest, EachTickMovesThirtyFivePercentOfTheWayTruncated) {
+    ShowLookingAtTheTopField(R"({"gazeDwell": 0})");
+    Dwell(15);
+    EXPECT_EQ(engine().cursorX, 294);
+    EXPECT_EQ(engine().cursorY, 178);  // 230 + trunc(0.35 * -150)
+    Dwell(15);
+    EXPECT_EQ(engine().cursorY, 144);  // 178 + trunc(0.35 * -98)
+
+    engine().gazePointX = 5250;  // 1008 on the screen, 342 in the window
+    Dwell(15);
+    EXPECT_EQ(engine().cursorX, 310);  // 294 + trunc(0.35 * 48) = 294 + trunc(16.8)
+}
+
+TEST_F(GazeTest, TheGazePointIsTakenOnThePrimaryScreenWhereverTheWheelIs) {
+    UseTwoMonitors();
+    platform_.SetCursor({2500, 300});
+    Start(R"({"gazeDwell": 0})", kFourFields);
+    ShowWithTheTrackerActive();
+    ASSERT_EQ(platform_.SurfaceAt(zirvel::Surface::Wheel).rect, WheelCentredOn(kRightMonitor));
+    // (1824, 540) of the 1920 x 1080 primary screen, (-442, 258) in the window
+    // at (2266, 282).
+    engine().gazePointX = 9500;
+    engine().gazePointY = 5000;
+    Dwell(15);
+    EXPECT_EQ(engine().cursorX, 37);   // 294 + trunc(0.35 * -736)
+    EXPECT_EQ(engine().cursorY, 239);  // 230 + trunc(0.35 * 28)
+}
+
+TEST_F(GazeTest, TheGazeSteersOnlyWhenEnabledAndActive) {
+    ShowLookingAtTheTopField(R"({"gazeEnabled": false, "gazeDwell": 0})");
+    Dwell(60);
+    EXPECT_EQ(engine().cursorY, 230);
+    EXPECT_FALSE(engine().gazeDriven);
+
+    WriteFile("config.json", R"({"gazeEnabled": true, "gazeDwell": 0})");
+    OverlayReloadConfig();
+    for (const std::int32_t status : {0, 1, 2, 3, 5}) {
+        engine().gazeStatus = status;
+        Dwell(30);
+        EXPECT_EQ(engine().cursorY, 230) << status;
+        EXPECT_FALSE(engine().gazeDriven) << status;
+    }
+    engine().gazeStatus = zirvel::kGazeActive;
+    Dwell(15);
+    EXPECT_EQ(engine().cursorY, 178);
+}
+
+TEST_F(GazeTest, LookingWhereTheCursorIsSteersWithoutARedraw) {
+    Start(R"({"gazeDwell": 300})", kFourFields);
+    ShowWithTheTrackerActive();
+    ASSERT_FALSE(engine().gazeDriven);
+    const int redraws = engine().wheelRedraws;
+    engine().gazePointX = 5000;  // the middle of the screen: the wheel's centre
+    engine().gazePointY = 5000;
+    Dwell(45);
+    EXPECT_TRUE(engine().gazeDriven);
+    EXPECT_EQ(engine().cursorX, 294);
+    EXPECT_EQ(engine().cursorY, 230);
+    EXPECT_EQ(engine().wheelRedraws, redraws);
+}
+
+TEST_F(GazeTest, DwellOnAnArrowSwitchesTheWheelAndKeepsItOpen) {
+    Start(R"({"gazeDwell": 300})", kTwoWheels);
+    ShowWithTheTrackerActive();
+    LookAt(30, 230);
+    for (int tick = 0; tick < 100 && engine().configuration.currentWheel == 0; ++tick) Dwell(15);
+    EXPECT_EQ(engine().configuration.currentWheel, 1);
+    EXPECT_EQ(engine().hoveredArrow, 0);
+    EXPECT_EQ(OverlayIsWheelVisible(), 1);
+    EXPECT_TRUE(platform_.Injected().empty());
+}
+
+TEST_F(GazeTest, MovingToAnotherFieldStartsTheDwellAgain) {
+    ShowLookingAtTheTopField(R"({"gazeDwell": 300, "sendDelay": 0, "keyHold": 0})");
+    Dwell(210);
+    ASSERT_EQ(engine().dwellTarget, 0);
+    ASSERT_GT(engine().dwellProgress, 0.5f);
+
+    LookAt(444, 380);  // field 1
+    std::uint64_t entered = 0;
+    for (int tick = 0; tick < 100 && platform_.Injected().empty(); ++tick) {
+        Dwell(15);
+        if (entered == 0 && engine().dwellTarget == 1) {
+            entered = platform_.Now();
+            EXPECT_EQ(engine().dwellStartTick, entered);
+        }
+    }
+    ASSERT_NE(entered, 0u);
+    ASSERT_FALSE(platform_.Injected().empty());
+    EXPECT_EQ(platform_.Injected()[0].vk, 'B');
+    EXPECT_EQ(platform_.Injected()[0].time - entered, 300u);
+}
+
+TEST_F(GazeTest, ASecondShowStartsFromTheCentreWithNothingCarriedOver) {
+    ShowLookingAtTheTopField(R"({"gazeDwell": 2000})");
+    Dwell(150);
+    ASSERT_GT(engine().dwellProgress, 0.0f);
+    platform_.MoveMouse(5, 5);
+    platform_.Advance(15);
+    ASSERT_NE(engine().lastMouseMoveTick, 0u);
+    platform_.MoveMouse(40, 0);  // not applied before the wheel closes
+
+    platform_.PressHotKey();
+    platform_.PressHotKey();
+    EXPECT_EQ(engine().cursorX, 294);
+    EXPECT_EQ(engine().cursorY, 230);
+    EXPECT_EQ(engine().dwellProgress, 0.0f);
+    EXPECT_EQ(engine().lastMouseMoveTick, 0u);
+    // No motion is left over, and the gaze steers at once.
+    LookAt(294, 80);
+    Dwell(15);
+    EXPECT_EQ(engine().cursorX, 294);
+    EXPECT_EQ(engine().cursorY, 178);
+    EXPECT_TRUE(engine().gazeDriven);
 }
 
 }  // namespace
