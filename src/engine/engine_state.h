@@ -81,7 +81,7 @@ struct EngineState {
     BackgroundThread voiceThread;
     std::atomic<std::int32_t> voiceStatus{0};
 
-    // Redraw requests by picture, counted until the renderer is plugged in.
+    // Redraw requests by picture, counted whether or not a renderer draws.
     int wheelRedraws = 0;
     int gridRedraws = 0;
     int hintRedraws = 0;
