@@ -5,7 +5,9 @@
 # Uses sudo when not root; never asks questions.
 set -euo pipefail
 
-build_packages=(cmake ninja-build g++ pkg-config)
+# Qt 6 Gui draws the pictures on Linux (its image plugins decode ICO and
+# JPEG icons); DejaVu Sans stands in for "Segoe UI".
+build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev fonts-dejavu-core)
 test_packages=(libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth)
 

@@ -1,6 +1,7 @@
 #include "platform/x11/qt_canvas.h"
 
 #include <QtGui/QFont>
+#include <QtGui/QFontInfo>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
@@ -28,6 +29,17 @@ public:
 private:
     QImage image_;
 };
+
+QFont ToQt(const CanvasFont& font, QFont::HintingPreference hinting) {
+    QFont qtFont;
+    qtFont.setFamilies({QString::fromUtf16(font.family.data(), static_cast<qsizetype>(font.family.size())),
+                        kFallbackFamily});
+    qtFont.setStyleHint(QFont::SansSerif);
+    qtFont.setPointSizeF(font.pixelSize * kPointsPerPixel);
+    qtFont.setWeight(font.weight == FontWeight::Bold ? QFont::Bold : QFont::Normal);
+    qtFont.setHintingPreference(hinting);
+    return qtFont;
+}
 
 QRectF ToQt(const RectF& r) { return QRectF(r.x, r.y, r.width, r.height); }
 
@@ -132,14 +144,7 @@ public:
     }
 
     void DrawCentredText(std::u16string_view text, const CanvasFont& font, const RectF& box, Argb color) override {
-        QFont qtFont;
-        qtFont.setFamilies({QString::fromUtf16(font.family.data(), static_cast<qsizetype>(font.family.size())),
-                            kFallbackFamily});
-        qtFont.setStyleHint(QFont::SansSerif);
-        qtFont.setPointSizeF(font.pixelSize * kPointsPerPixel);
-        qtFont.setWeight(font.weight == FontWeight::Bold ? QFont::Bold : QFont::Normal);
-        qtFont.setHintingPreference(hinting_);
-        painter_.setFont(qtFont);
+        painter_.setFont(ToQt(font, hinting_));
         painter_.setPen(ToQt(color));
         painter_.drawText(ToQt(box), Qt::AlignCenter | Qt::TextWordWrap,
                           QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())));
@@ -175,6 +180,11 @@ std::shared_ptr<const CanvasImage> QtCanvasFactory::DecodeImage(const std::u16st
     QImage image(QString::fromUtf16(path.data(), static_cast<qsizetype>(path.size())));
     if (image.isNull()) return nullptr;
     return std::make_shared<QtCanvasImage>(image.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+}
+
+std::u16string QtCanvasFactory::ResolvedFamilyName(const std::u16string& family) {
+    const QFont font = ToQt(CanvasFont{family, 16.0f, FontWeight::Regular}, QFont::PreferDefaultHinting);
+    return QFontInfo(font).family().toStdU16String();
 }
 
 }  // namespace zirvel

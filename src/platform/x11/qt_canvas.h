@@ -15,6 +15,10 @@ class QtCanvasFactory final : public CanvasFactory {
 public:
     std::unique_ptr<Canvas> CreateCanvas(std::int32_t width, std::int32_t height) override;
     std::shared_ptr<const CanvasImage> DecodeImage(const std::u16string& path) override;
+
+    // The family that text asked for as `family` is drawn in: the family
+    // itself when the system has it, else the fall-back.
+    std::u16string ResolvedFamilyName(const std::u16string& family);
 };
 
 }  // namespace zirvel
