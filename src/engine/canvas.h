@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/geometry.h"
 #include "engine/platform.h"
 
 namespace zirvel {
@@ -30,20 +31,6 @@ constexpr Argb ArgbFromColorRef(std::uint32_t color, std::uint8_t alpha) {
     const std::uint32_t blue = (color >> 16) & 0xFFu;
     return (static_cast<std::uint32_t>(alpha) << 24) | (red << 16) | (green << 8) | blue;
 }
-
-struct PointF {
-    float x = 0.0f;
-    float y = 0.0f;
-    friend bool operator==(const PointF&, const PointF&) = default;
-};
-
-struct RectF {
-    float x = 0.0f;
-    float y = 0.0f;
-    float width = 0.0f;
-    float height = 0.0f;
-    friend bool operator==(const RectF&, const RectF&) = default;
-};
 
 // Every label asks for this family first; a canvas whose system lacks it
 // uses a sans-serif family it has, at the same pixel size and weight.

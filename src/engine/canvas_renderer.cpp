@@ -6,8 +6,6 @@
 #include "engine/icon_cache.h"
 #include "engine/renderer.h"
 #include "engine/wheel_picture.h"
-#include "navigation/element_filter.h"
-#include "navigation/grid_geometry.h"
 #include "navigation/grid_picture.h"
 #include "navigation/hint_picture.h"
 
@@ -29,22 +27,27 @@ void PresentWheel(EngineState& engine) {
     engine.platform->PresentPicture(Surface::Wheel, {window.left, window.top}, canvas->TakePicture());
 }
 
-// The grid window moves and resizes to the grid area. An area below one
-// pixel keeps the previous picture.
-void PresentGrid(EngineState& engine) {
-    const ScreenRect area = engine.gridRect;
-    if (!GridAreaDrawable(area)) return;
+// Draws a picture covering `area` and shows it in the grid window, which
+// moves and resizes to it. An area below one pixel keeps the previous
+// picture.
+template <typename Draw>
+void PresentOnGridSurface(EngineState& engine, const ScreenRect& area, Draw draw) {
+    if (area.Width() < 1 || area.Height() < 1) return;
     auto canvas = installed->factory.CreateCanvas(area.Width(), area.Height());
-    DrawGrid(*canvas, area, engine.gridLevel, engine.Settings().segmentColor);
+    draw(*canvas);
     engine.platform->PresentPicture(Surface::Grid, {area.left, area.top}, canvas->TakePicture());
 }
 
+void PresentGrid(EngineState& engine) {
+    PresentOnGridSurface(engine, engine.gridRect, [&](Canvas& canvas) {
+        DrawGrid(canvas, engine.gridRect, engine.gridLevel, engine.Settings().segmentColor);
+    });
+}
+
 void PresentHints(EngineState& engine) {
-    const ScreenRect area = engine.hintArea;
-    if (!HintAreaDrawable(area)) return;
-    auto canvas = installed->factory.CreateCanvas(area.Width(), area.Height());
-    DrawHints(*canvas, area, engine.hintRects, engine.Settings().segmentColor);
-    engine.platform->PresentPicture(Surface::Grid, {area.left, area.top}, canvas->TakePicture());
+    PresentOnGridSurface(engine, engine.hintArea, [&](Canvas& canvas) {
+        DrawHints(canvas, engine.hintArea, engine.hintRects, engine.Settings().segmentColor);
+    });
 }
 
 }  // namespace

@@ -12,8 +12,6 @@ constexpr float kCellBorderWidth = 2.0f;
 constexpr Argb kLabelColor = 0xEBFFFFFFu;
 constexpr Argb kLabelShadowColor = 0x82000000u;
 
-RectF ToRectF(const GridRectF& r) { return RectF{r.x, r.y, r.width, r.height}; }
-
 }  // namespace
 
 void DrawGrid(Canvas& canvas, const ScreenRect& area, std::int32_t gridLevel, std::uint32_t segmentColor) {
@@ -24,11 +22,11 @@ void DrawGrid(Canvas& canvas, const ScreenRect& area, std::int32_t gridLevel, st
     const Argb fill = ArgbFromColorRef(segmentColor, kCellFillAlpha);
     const CanvasFont font{std::u16string(kLabelFontFamily), layout->labelFontSize, FontWeight::Bold};
     for (const GridCellLayout& cell : layout->cells) {
-        const RectF box = ToRectF(cell.cell);
+        const RectF& box = cell.cell;
         canvas.FillRectangle(box, fill);
         canvas.DrawRectangle(box, kCellBorderColor, kCellBorderWidth);
         const std::u16string label = DecimalText(cell.label);
-        canvas.DrawCentredText(label, font, ToRectF(cell.shadow), kLabelShadowColor);
+        canvas.DrawCentredText(label, font, cell.shadow, kLabelShadowColor);
         canvas.DrawCentredText(label, font, box, kLabelColor);
     }
 }

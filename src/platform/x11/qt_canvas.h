@@ -1,6 +1,8 @@
 // The Linux canvas: QPainter on a premultiplied ARGB QImage that shares its
-// pixels with the engine's Picture, and QImage for decoding icons. Text needs
-// a QGuiApplication (the offscreen platform will do) created beforehand.
+// pixels with the engine's Picture, and QImage for decoding icons. A canvas
+// records the drawing and paints the whole frame when the picture is taken.
+// Text needs a QGuiApplication (the offscreen platform will do) created
+// beforehand.
 #pragma once
 
 #include <cstdint>
