@@ -6,8 +6,11 @@
 # Uses sudo when not root; never asks questions.
 set -euo pipefail
 
-build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev
-                libx11-dev libxi-dev libxtst-dev libxrandr-dev fonts-dejavu-core)
+# Qt 6 draws the pictures and the overlay windows on Linux (its image
+# plugins decode ICO and JPEG icons); DejaVu Sans stands in for "Segoe UI";
+# Xlib, XInput2, XTest and RandR drive the X server.
+build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev fonts-dejavu-core
+                libx11-dev libxi-dev libxtst-dev libxrandr-dev)
 test_packages=(libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils)

@@ -83,7 +83,7 @@ struct EngineState {
     // settings.voiceGlobal as the voice thread reads it, set at every load.
     std::atomic<bool> voiceGlobal{true};
 
-    // Redraw requests by picture, counted until the renderer is plugged in.
+    // Redraw requests by picture, counted whether or not a renderer draws.
     int wheelRedraws = 0;
     int gridRedraws = 0;
     int hintRedraws = 0;

@@ -1,4 +1,5 @@
-// Screen coordinates in physical pixels.
+// Screen coordinates in physical pixels, and the fractional coordinates that
+// pictures are drawn in.
 #pragma once
 
 #include <cstdint>
@@ -22,6 +23,22 @@ struct ScreenRect {
     std::int32_t Height() const { return bottom - top; }
     bool Contains(ScreenPoint p) const { return p.x >= left && p.x < right && p.y >= top && p.y < bottom; }
     friend bool operator==(const ScreenRect&, const ScreenRect&) = default;
+};
+
+// A point of a picture, in pixels from its top left.
+struct PointF {
+    float x = 0.0f;
+    float y = 0.0f;
+    friend bool operator==(const PointF&, const PointF&) = default;
+};
+
+// A rectangle of a picture: its top left, width and height.
+struct RectF {
+    float x = 0.0f;
+    float y = 0.0f;
+    float width = 0.0f;
+    float height = 0.0f;
+    friend bool operator==(const RectF&, const RectF&) = default;
 };
 
 }  // namespace zirvel

@@ -1,6 +1,8 @@
 // Where pictures come from. The engine asks for a wheel, grid or hint
 // picture whenever one changes; the installed renderer draws it and presents
-// it through the platform. Without a renderer the requests are only counted.
+// it through the platform (InstallCanvasRenderer in canvas_renderer.h is the
+// one every platform installs). Without a renderer the requests are only
+// counted.
 #pragma once
 
 namespace zirvel {

@@ -30,13 +30,7 @@ ScreenPoint GridAreaCentre(const ScreenRect& area);
 bool GridAreaDrawable(const ScreenRect& area);
 
 // A rectangle in the grid picture, relative to the area's top left.
-struct GridRectF {
-    float x = 0.0f;
-    float y = 0.0f;
-    float width = 0.0f;
-    float height = 0.0f;
-    friend bool operator==(const GridRectF&, const GridRectF&) = default;
-};
+using GridRectF = RectF;
 
 struct GridCellLayout {
     int label = 0;       // k * row + col + 1

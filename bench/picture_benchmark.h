@@ -1,0 +1,12 @@
+// Times the pictures on one platform's canvas; each platform's main calls it
+// with its own factory.
+#pragma once
+
+#include "engine/canvas_factory.h"
+
+namespace zirvel_bench {
+
+// Prints median and 99th percentile per picture; returns the exit code.
+int RunPictureBenchmark(zirvel::CanvasFactory& factory, const char* canvasName);
+
+}  // namespace zirvel_bench

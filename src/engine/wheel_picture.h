@@ -1,0 +1,15 @@
+// The wheel picture: sectors with their labels and icons, the transparent
+// centre hole, the wheel counter and arrows, the wheel's name, the virtual
+// cursor and the dwell ring, redrawn whole from the engine state.
+#pragma once
+
+#include "engine/canvas.h"
+#include "engine/engine_state.h"
+#include "engine/icon_cache.h"
+
+namespace zirvel {
+
+// Draws the current wheel on a canvas of kWheelWidth x kWheelHeight pixels.
+void DrawWheel(const EngineState& engine, Canvas& canvas, IconCache& icons);
+
+}  // namespace zirvel

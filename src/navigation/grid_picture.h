@@ -1,0 +1,17 @@
+// The numbered grid picture: translucent cells with white borders and their
+// numbers, shadowed.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/canvas.h"
+#include "engine/geometry.h"
+
+namespace zirvel {
+
+// Draws the grid of `area` at `gridLevel` on a canvas of the area's size;
+// `segmentColor` (red in the low byte) tints the cells. An area narrower or
+// lower than one pixel draws nothing.
+void DrawGrid(Canvas& canvas, const ScreenRect& area, std::int32_t gridLevel, std::uint32_t segmentColor);
+
+}  // namespace zirvel

@@ -1,0 +1,122 @@
+// The installed canvas renderer draws each picture the engine asks for and
+// presents it where the surface is.
+#include "engine_fixture.h"
+
+#include "engine/canvas_renderer.h"
+#include "engine/icon_cache.h"
+#include "navigation/element_hints.h"
+#include "navigation/grid.h"
+#include "support/recording_canvas.h"
+
+namespace zirvel_test {
+namespace {
+
+class CanvasRendererTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        zirvel::InstallCanvasRenderer(factory_);
+    }
+    void TearDown() override {
+        zirvel::RemoveCanvasRenderer();
+        EngineTest::TearDown();
+    }
+    RecordingCanvasFactory factory_;
+};
+
+TEST_F(CanvasRendererTest, TheWheelIsPresentedAtItsWindowBeforeItShows) {
+    platform_.SetCursor({100, 100});
+    Start();
+    platform_.PressHotKey();
+    const zirvel::SurfaceState wheel = platform_.SurfaceAt(zirvel::Surface::Wheel);
+    EXPECT_EQ(wheel.presentCount, 1);
+    EXPECT_EQ(wheel.lastPicture.width, 588);
+    EXPECT_EQ(wheel.lastPicture.height, 460);
+    EXPECT_EQ(wheel.rect, (zirvel::ScreenRect{666, 310, 666 + 588, 310 + 460}));
+    EXPECT_EQ(factory_.LastSize(), (zirvel::ScreenPoint{588, 460}));
+    EXPECT_EQ(engine().wheelRedraws, 1);
+    // The frame is the wheel: sectors, the hole and the cursor at the centre.
+    EXPECT_FALSE(OperationsOf(factory_.LastFrame(), Op::FillPie).empty());
+    ASSERT_EQ(OperationsOf(factory_.LastFrame(), Op::ClearEllipse).size(), 1u);
+    EXPECT_EQ(OperationsOf(factory_.LastFrame(), Op::FillPolygon).back().points.front(),
+              (zirvel::PointF{294, 230}));
+}
+
+TEST_F(CanvasRendererTest, EveryRedrawRequestIsAPresentedFrame) {
+    Start();
+    platform_.PressHotKey();
+    MoveVirtualCursorTo(294, 100);
+    MoveVirtualCursorTo(294, 120);
+    EXPECT_EQ(engine().wheelRedraws, 3);
+    EXPECT_EQ(platform_.SurfaceAt(zirvel::Surface::Wheel).presentCount, 3);
+    EXPECT_EQ(factory_.FrameCount(), 3u);
+    EXPECT_EQ(OperationsOf(factory_.LastFrame(), Op::FillPie)[0].color >> 24, 255u);  // field 0 hovered
+}
+
+TEST_F(CanvasRendererTest, IconsAreReadFromTheProgramDirectoryOnce) {
+    Start("{}", R"({"actions": [{"name": "a", "key": "a", "icon": "icons\\a.png"}]})");
+    platform_.PressHotKey();
+    MoveVirtualCursorTo(294, 100);
+    const std::u16string directory = engine().configuration.programDirectory;
+    EXPECT_EQ(factory_.Decoded(), std::vector<std::u16string>{zirvel::ResolveIconPath(u"icons\\a.png", directory)});
+}
+
+TEST_F(CanvasRendererTest, TheGridPictureCoversTheGridAreaAndFollowsIt) {
+    platform_.SetCursor({100, 100});
+    Start();
+    zirvel::ShowGrid();
+    zirvel::SurfaceState grid = platform_.SurfaceAt(zirvel::Surface::Grid);
+    EXPECT_EQ(grid.presentCount, 1);
+    EXPECT_EQ(grid.rect, (zirvel::ScreenRect{0, 0, 1920, 1080}));
+    EXPECT_EQ(grid.lastPicture.width, 1920);
+    EXPECT_EQ(grid.lastPicture.height, 1080);
+    EXPECT_EQ(OperationsOf(factory_.LastFrame(), Op::FillRectangle).size(), 16u);
+    zirvel::NarrowGrid(7);
+    grid = platform_.SurfaceAt(zirvel::Surface::Grid);
+    EXPECT_EQ(grid.presentCount, 2);
+    EXPECT_EQ(grid.rect, (zirvel::ScreenRect{960, 270, 1440, 540}));
+    EXPECT_EQ(OperationsOf(factory_.LastFrame(), Op::FillRectangle).size(), 4u);
+}
+
+TEST_F(CanvasRendererTest, AGridAreaBelowOnePixelKeepsThePreviousPicture) {
+    platform_.SetMonitors({{0, 0, 4, 4}});
+    platform_.SetCursor({0, 0});
+    Start();
+    zirvel::ShowGrid();
+    zirvel::NarrowGrid(1);  // 1 x 1
+    zirvel::NarrowGrid(1);  // 0 x 0: nothing to draw
+    const zirvel::SurfaceState grid = platform_.SurfaceAt(zirvel::Surface::Grid);
+    EXPECT_EQ(engine().gridRedraws, 3);
+    EXPECT_EQ(grid.presentCount, 2);
+    EXPECT_EQ(grid.rect, (zirvel::ScreenRect{0, 0, 1, 1}));
+    EXPECT_EQ(factory_.FrameCount(), 2u);
+}
+
+TEST_F(CanvasRendererTest, TheHintPictureCoversTheScanArea) {
+    Start();
+    auto result = std::make_unique<zirvel::ElementScanResult>();
+    result->area = {100, 50, 900, 650};
+    result->elements = {{120, 60, 220, 90}, {300, 300, 400, 330}};
+    engine().hintScanRunning = 1;
+    zirvel::HandleElementScanResult(std::move(result));
+    const zirvel::SurfaceState grid = platform_.SurfaceAt(zirvel::Surface::Grid);
+    EXPECT_EQ(grid.presentCount, 1);
+    EXPECT_EQ(grid.rect, (zirvel::ScreenRect{100, 50, 900, 650}));
+    EXPECT_TRUE(grid.visible);
+    const auto labels = OperationsOf(factory_.LastFrame(), Op::DrawText);
+    ASSERT_EQ(labels.size(), 2u);
+    EXPECT_EQ(labels[1].text, u"2");
+    EXPECT_EQ(labels[1].rect, (zirvel::RectF{200, 250, 23, 18}));
+}
+
+TEST_F(CanvasRendererTest, WithoutTheRendererRequestsAreOnlyCounted) {
+    zirvel::RemoveCanvasRenderer();
+    Start();
+    platform_.PressHotKey();
+    EXPECT_EQ(engine().wheelRedraws, 1);
+    EXPECT_EQ(platform_.SurfaceAt(zirvel::Surface::Wheel).presentCount, 0);
+    EXPECT_EQ(factory_.FrameCount(), 0u);
+}
+
+}  // namespace
+}  // namespace zirvel_test
