@@ -11,10 +11,12 @@
 #include "app/runtime_folder.h"
 #include "app/single_instance.h"
 #include "app/control_socket.h"
+#include "engine/canvas_renderer.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_target.h"
 #include "engine/overlay_exports.h"
+#include "platform/x11/qt_canvas.h"
 #include "platform/x11/x11_platform.h"
 #include "voice/voice_dispatch.h"
 #include "voice/voice_phrases.h"
@@ -74,6 +76,8 @@ int main(int argc, char* argv[]) {
         return 1;
     }
     zirvel::ResetEngineState(platform, programDirectory.toStdU16String());
+    zirvel::QtCanvasFactory canvases;
+    zirvel::InstallCanvasRenderer(canvases);
     OverlayEngineStart();
 
     zirvel::app::ControlHandlers handlers;
@@ -88,5 +92,6 @@ int main(int argc, char* argv[]) {
 
     const int result = QApplication::exec();
     OverlayEngineStop();
+    zirvel::RemoveCanvasRenderer();
     return result;
 }

@@ -6,6 +6,8 @@
 #include <X11/extensions/Xrandr.h>
 #include <X11/keysym.h>
 
+#include <unistd.h>
+
 #include <fstream>
 
 #include "x_session.h"
@@ -32,8 +34,8 @@ constexpr int kWheelHeight = 460;
 
 class LiveProgramTest : public ::testing::Test {
 protected:
-    explicit LiveProgramTest(int width = 1920, int height = 1080)
-        : server_(width, height),
+    explicit LiveProgramTest(int width = 1920, int height = 1080, const std::filesystem::path& framebuffer = {})
+        : server_(width, height, framebuffer),
           user_(server_.Name()),
           application_(server_.Name(), 0, 0, width, height),
           program_(server_.Name(), kConfig, kWheels) {}
@@ -54,11 +56,19 @@ protected:
         ASSERT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms)) << "the wheel did not show";
     }
 
-    // Moves the virtual cursor and clicks, as the user does with a mouse.
+    // Moves the virtual cursor and clicks, as the user does with a mouse:
+    // once the wheel shows the cursor at its new place (a click picks what
+    // the wheel shows).
     void PickAt(int dx, int dy) {
-        user_.MoveMouseBy(dx, dy);
-        std::this_thread::sleep_for(50ms);  // a few of the wheel's 15 ms ticks
+        MoveVirtualCursor(dx, dy);
         user_.ClickButton(1);
+    }
+
+    void MoveVirtualCursor(int dx, int dy) {
+        const XConnection::Geometry wheel = user_.WindowGeometry(user_.FindWindow(kWheelTitle));
+        const std::uint64_t before = user_.ScreenChecksum(wheel);
+        user_.MoveMouseBy(dx, dy);
+        EXPECT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(wheel) != before; }, 2000ms)) << "no redraw";
     }
 
     PrivateXServer server_;
@@ -114,8 +124,7 @@ TEST_F(LiveProgramTest, RawMotionMovesTheVirtualCursorOnePixelPerCountWhileThePo
 TEST_F(LiveProgramTest, AClickedFieldSendsItsKeyAfterSendDelayHeldForKeyHold) {
     StartProgram();
     ShowWheel();
-    user_.MoveMouseBy(120, 0);  // the right-hand field
-    std::this_thread::sleep_for(50ms);
+    MoveVirtualCursor(120, 0);  // the right-hand field
     const auto clicked = std::chrono::steady_clock::now();
     user_.ClickButton(1);
     ASSERT_TRUE(application_.WaitForEvents(KeyRelease, 1, 3000ms));
@@ -251,6 +260,57 @@ TEST_F(TwoMonitorTest, TheWheelShowsOnTheMonitorThatHoldsThePointer) {
     user_.MoveMouseTo(300, 300);
     ShowWheel();
     EXPECT_EQ(user_.WindowGeometry(user_.FindWindow(kWheelTitle)).x, (1920 - kWheelWidth) / 2);
+}
+
+// A compositing manager blends the translucent wheel with what lies under it.
+class CompositedTest : public LiveProgramTest {
+protected:
+    CompositedTest() : LiveProgramTest(1920, 1080, MakeFramebufferFolder()) {}
+    ~CompositedTest() override {
+        compositor_.reset();
+        std::error_code ignored;
+        std::filesystem::remove_all(framebuffer_, ignored);
+    }
+
+    static std::filesystem::path MakeFramebufferFolder() {
+        framebuffer_ = std::filesystem::temp_directory_path() / ("zirvel_fb_" + std::to_string(getpid()));
+        std::filesystem::create_directories(framebuffer_);
+        return framebuffer_;
+    }
+
+    std::uint32_t Screen(int x, int y) { return FramebufferPixel(framebuffer_, x, y).value_or(0xFFFFFFFF); }
+
+    static inline std::filesystem::path framebuffer_;
+    std::unique_ptr<ChildProcess> compositor_;
+};
+
+TEST_F(CompositedTest, TheDesktopShowsThroughTheCentreHoleAndTheRingIsTranslucent) {
+    compositor_ = std::make_unique<ChildProcess>(std::vector<std::string>{"xcompmgr"},
+                                                 std::vector<std::string>{"DISPLAY=" + server_.Name()},
+                                                 program_.Directory() / "xcompmgr.txt");
+    StartProgram();
+    const int centreX = (1920 - kWheelWidth) / 2 + 294;
+    const int centreY = (1080 - kWheelHeight) / 2 + 230;
+    // The stand-in application is mid grey everywhere.
+    ASSERT_TRUE(WaitUntil([&] { return Screen(centreX, centreY - 35) == 0x808080; }, 3000ms));
+    ShowWheel();
+    // A point of the top field clear of its label.
+    const int ringX = centreX + 68;
+    const int ringY = centreY - 188;
+    ASSERT_TRUE(WaitUntil([&] { return Screen(ringX, ringY) != 0x808080; }, 3000ms))
+        << "the wheel never reached the screen";
+    std::this_thread::sleep_for(200ms);
+    // The hole, 35 px above the centre (clear of the texts and the cursor).
+    EXPECT_EQ(Screen(centreX, centreY - 35), 0x808080u);
+    // A field at alpha 135 mixes its colour with the grey: neither the grey
+    // nor the raw premultiplied colour the window holds.
+    // #3498db at alpha 135 over grey 0x80, channel by channel.
+    const std::uint32_t ring = Screen(ringX, ringY);
+    const std::uint32_t colour[] = {0x34, 0x98, 0xDB};
+    for (int channel = 0; channel < 3; ++channel) {
+        const std::uint32_t blended = (colour[channel] * 135 + 0x80 * (255 - 135)) / 255;
+        EXPECT_NEAR(static_cast<double>((ring >> (16 - 8 * channel)) & 0xFF), blended, 3.0) << "channel " << channel;
+    }
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ void WriteText(const std::filesystem::path& path, const std::string& text) {
 
 // --- PrivateXServer ------------------------------------------------------------
 
-PrivateXServer::PrivateXServer(int width, int height) {
+PrivateXServer::PrivateXServer(int width, int height, const std::filesystem::path& framebufferFolder) {
     int displayPipe[2];
     if (pipe(displayPipe) != 0) return;
     posix_spawn_file_actions_t actions;
@@ -71,9 +71,13 @@ PrivateXServer::PrivateXServer(int width, int height) {
     posix_spawn_file_actions_addclose(&actions, displayPipe[0]);
     posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
     const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
-    pid_ = Spawn({"Xvfb", "-displayfd", std::to_string(displayPipe[1]), "-screen", "0", screen, "-nolisten", "tcp",
-                  "+extension", "RANDR"},
-                 {}, &actions);
+    std::vector<std::string> command = {"Xvfb", "-displayfd", std::to_string(displayPipe[1]), "-screen", "0",
+                                        screen, "-nolisten", "tcp", "+extension", "RANDR"};
+    if (!framebufferFolder.empty()) {
+        command.push_back("-fbdir");
+        command.push_back(framebufferFolder.string());
+    }
+    pid_ = Spawn(command, {}, &actions);
     posix_spawn_file_actions_destroy(&actions);
     close(displayPipe[1]);
     // Xvfb writes its display number once it accepts connections.
@@ -85,6 +89,34 @@ PrivateXServer::PrivateXServer(int width, int height) {
 }
 
 PrivateXServer::~PrivateXServer() { StopProcess(pid_); }
+
+std::optional<std::uint32_t> FramebufferPixel(const std::filesystem::path& framebufferFolder, int x, int y) {
+    std::ifstream file(framebufferFolder / "Xvfb_screen0", std::ios::binary);
+    // The XWD header: big-endian 32-bit fields.
+    auto field = [&file](int index) {
+        unsigned char bytes[4] = {};
+        file.seekg(index * 4);
+        file.read(reinterpret_cast<char*>(bytes), 4);
+        return static_cast<std::uint32_t>(bytes[0]) << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
+    };
+    const std::uint32_t headerSize = field(0);
+    const std::uint32_t width = field(4);
+    const std::uint32_t height = field(5);
+    const std::uint32_t bitsPerPixel = field(11);
+    const std::uint32_t bytesPerLine = field(12);
+    const std::uint32_t colours = field(19);
+    if (!file || bitsPerPixel != 32 || x < 0 || y < 0 || static_cast<std::uint32_t>(x) >= width ||
+        static_cast<std::uint32_t>(y) >= height) {
+        return std::nullopt;
+    }
+    constexpr std::uint32_t kColourEntrySize = 12;
+    file.seekg(headerSize + colours * kColourEntrySize + static_cast<std::uint32_t>(y) * bytesPerLine +
+               static_cast<std::uint32_t>(x) * 4);
+    unsigned char pixel[4] = {};
+    file.read(reinterpret_cast<char*>(pixel), 4);
+    if (!file) return std::nullopt;
+    return static_cast<std::uint32_t>(pixel[2]) << 16 | pixel[1] << 8 | pixel[0];  // B, G, R, X in memory
+}
 
 // --- ChildProcess -----------------------------------------------------------------
 
@@ -236,6 +268,20 @@ std::uint32_t XConnection::ScreenPixel(int x, int y) {
     const std::uint32_t pixel = static_cast<std::uint32_t>(XGetPixel(image, 0, 0)) & 0xFFFFFF;
     XDestroyImage(image);
     return pixel;
+}
+
+std::uint64_t XConnection::ScreenChecksum(const Geometry& area) {
+    XImage* image = XGetImage(display_, Root(), area.x, area.y, static_cast<unsigned>(area.width),
+                              static_cast<unsigned>(area.height), AllPlanes, ZPixmap);
+    if (!image) return 0;
+    std::uint64_t sum = 1469598103934665603ULL;  // FNV-1a over the pixels
+    for (int y = 0; y < area.height; ++y) {
+        for (int x = 0; x < area.width; ++x) {
+            sum = (sum ^ static_cast<std::uint64_t>(XGetPixel(image, x, y))) * 1099511628211ULL;
+        }
+    }
+    XDestroyImage(image);
+    return sum;
 }
 
 // --- TestApplication ------------------------------------------------------------------

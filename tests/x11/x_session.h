@@ -17,10 +17,12 @@
 
 namespace zirvel_test {
 
-// Xvfb on a display number it picks itself (-displayfd), with RandR.
+// Xvfb on a display number it picks itself (-displayfd), with RandR. With
+// a framebuffer folder, Xvfb keeps its screen there as an XWD file: what a
+// compositing manager really painted, which GetImage does not show.
 class PrivateXServer {
 public:
-    PrivateXServer(int width, int height);
+    PrivateXServer(int width, int height, const std::filesystem::path& framebufferFolder = {});
     ~PrivateXServer();
     PrivateXServer(const PrivateXServer&) = delete;
     PrivateXServer& operator=(const PrivateXServer&) = delete;
@@ -32,6 +34,9 @@ private:
     pid_t pid_ = -1;
     std::string name_;
 };
+
+// A pixel (0xRRGGBB) of the screen Xvfb keeps in `framebufferFolder`.
+std::optional<std::uint32_t> FramebufferPixel(const std::filesystem::path& framebufferFolder, int x, int y);
 
 // A child process with its own environment; killed when destroyed.
 class ChildProcess {
@@ -92,6 +97,8 @@ public:
     Geometry WindowGeometry(Window window);
     // The pixel of the root window (what the screen shows) as 0xRRGGBB.
     std::uint32_t ScreenPixel(int x, int y);
+    // A checksum of a screen rectangle, to notice any redraw in it.
+    std::uint64_t ScreenChecksum(const Geometry& area);
 
 private:
     Display* display_ = nullptr;
