@@ -34,8 +34,10 @@ cat >"$out/program/default.json" <<'JSON'
 JSON
 echo '{"actions": []}' >"$out/program/voice.json"
 
+mkdir -p "$out/framebuffer"
 exec 3>"$out/display-number"
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp +extension RANDR 2>/dev/null &
+# -fbdir: the screen as the compositing manager painted it, in an XWD file.
+Xvfb -displayfd 3 -fbdir "$out/framebuffer" -screen 0 1280x800x24 -nolisten tcp +extension RANDR 2>/dev/null &
 xvfb=$!
 exec 3>&-
 for _ in $(seq 100); do [[ -s "$out/display-number" ]] && break; sleep 0.05; done
@@ -46,7 +48,7 @@ trap 'kill "${pids[@]}" 2>/dev/null || true' EXIT
 
 shot() {  # shot NAME: the whole screen as build/demo/NAME.png
   sleep 0.3
-  xwd -root -silent | xwdtopnm 2>/dev/null | pnmtopng >"$out/$1.png"
+  xwdtopnm "$out/framebuffer/Xvfb_screen0" 2>/dev/null | pnmtopng >"$out/$1.png"
   echo "  $out/$1.png"
 }
 

@@ -2,6 +2,7 @@
 // the configuration, activates wheel files and rebuilds the phrase table.
 // Run under ThreadSanitizer (the linux-tsan preset) this must be clean.
 #include <array>
+#include <chrono>
 #include <atomic>
 #include <string>
 #include <thread>
@@ -15,6 +16,9 @@ namespace zirvel_test {
 namespace {
 
 constexpr int kReloads = 150;
+// The voice thread's texts, at most: the GUI thread must be able to keep up
+// with what it posts.
+constexpr int kMostTexts = 20000;
 
 // What the recogniser might hear: commands, numbers, function phrases that
 // come and go with the reloads, and words that match nothing.
@@ -34,7 +38,7 @@ protected:
             const zirvel::VoiceDispatchTarget target = zirvel::EngineVoiceTarget(state);
             state.voiceStatus = zirvel::kVoiceActive;
             std::uint32_t generation = state.phrases.phraseGeneration.load() + 1;
-            for (std::size_t i = 0; !stop; ++i) {
+            for (std::size_t i = 0; !stop && i < kMostTexts; ++i) {
                 if (state.phrases.phraseGeneration.load() != generation) {
                     generation = state.phrases.phraseGeneration.load();
                     std::u16string skipped;
@@ -43,8 +47,9 @@ protected:
                 }
                 zirvel::DispatchRecognizedText(state.phrases, kHeard[i % kHeard.size()], target);
                 ++textsDispatched_;
-                if (i % 16 == 0) std::this_thread::yield();
+                if (i % 8 == 0) std::this_thread::sleep_for(std::chrono::microseconds(100));
             }
+            while (!stop) std::this_thread::sleep_for(std::chrono::milliseconds(1));
         });
     }
 
