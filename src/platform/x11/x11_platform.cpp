@@ -134,11 +134,9 @@ void X11Platform::HandleEvent(XEvent& event) {
         case KeyPress:
             if (event.xkey.keycode == hotKeycode_ && hotKeycode_ != 0) {
                 // Auto-repeat sends presses without releases in between.
-                if (!hotKeyDown_ && events_) {
-                    hotKeyDown_ = true;
-                    events_->OnHotKey();
-                }
+                const bool repeated = hotKeyDown_;
                 hotKeyDown_ = true;
+                if (!repeated && events_) events_->OnHotKey();
             }
             return;
         case KeyRelease:
