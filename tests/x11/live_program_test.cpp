@@ -54,6 +54,8 @@ protected:
     void ShowWheel() {
         user_.PressKey(XK_F8);
         ASSERT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms)) << "the wheel did not show";
+        cursorX_ = 0;  // every show starts with the virtual cursor at the centre
+        cursorY_ = 0;
     }
 
     // Moves the virtual cursor and clicks, as the user does with a mouse:
@@ -64,15 +66,28 @@ protected:
         user_.ClickButton(1);
     }
 
+    // Waits until the wheel has changed and shows the cursor's white arrow
+    // at the new place (a first picture painting late is not enough).
     void MoveVirtualCursor(int dx, int dy) {
         const XConnection::Geometry wheel = user_.WindowGeometry(user_.FindWindow(kWheelTitle));
         const std::uint64_t before = user_.ScreenChecksum(wheel);
         user_.MoveMouseBy(dx, dy);
-        EXPECT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(wheel) != before; }, 2000ms)) << "no redraw";
+        cursorX_ += dx;
+        cursorY_ += dy;
+        const int insideArrowX = wheel.x + 294 + cursorX_ + 2;
+        const int insideArrowY = wheel.y + 230 + cursorY_ + 6;
+        EXPECT_TRUE(WaitUntil(
+            [&] {
+                return user_.ScreenChecksum(wheel) != before && user_.ScreenPixel(insideArrowX, insideArrowY) == 0xFFFFFF;
+            },
+            2000ms))
+            << "no redraw";
     }
 
     PrivateXServer server_;
     XConnection user_;
+    int cursorX_ = 0;  // the virtual cursor, from the wheel's centre
+    int cursorY_ = 0;
     TestApplication application_;
     ProgramUnderTest program_;
 };
@@ -150,6 +165,8 @@ TEST_F(LiveProgramTest, HoldAndReleaseWorkAcrossTwoFunctions) {
     // voice opens the wheel instead.
     EXPECT_EQ(program_.Say("pokaż koło"), 0);
     ASSERT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms));
+    cursorX_ = 0;
+    cursorY_ = 0;
     PickAt(-120, 0);  // left: release Shift
     ASSERT_TRUE(application_.WaitForEvents(KeyRelease, 1, 3000ms));
     for (const auto& event : application_.Events()) {
