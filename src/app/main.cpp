@@ -1,7 +1,9 @@
-// The program: the engine on the user's X display, one instance per user.
+// The program: the front-end's window and the engine on the user's X
+// display, one instance per user.
 #include <QApplication>
 #include <QDir>
 #include <QMessageBox>
+#include <QSettings>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -11,17 +13,20 @@
 #include "app/runtime_folder.h"
 #include "app/single_instance.h"
 #include "app/control_socket.h"
-#include "engine/canvas_renderer.h"
+#include "app/x11_engine_host.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_target.h"
-#include "engine/overlay_exports.h"
-#include "platform/x11/qt_canvas.h"
-#include "platform/x11/x11_platform.h"
+#include "frontend/frontend_identity.h"
+#include "frontend/main_window.h"
+#include "frontend/themes.h"
+#include "update/updater.h"
 #include "voice/voice_dispatch.h"
 #include "voice/voice_phrases.h"
 
 namespace {
+
+namespace frontend = zirvel::frontend;
 
 int signalPipe[2] = {-1, -1};
 
@@ -42,6 +47,18 @@ void QuitOnTerminationSignals(QApplication& application) {
     sigaction(SIGTERM, &action, nullptr);
 }
 
+// Other processes hand over a wheels file, or a phrase as if it had been heard.
+zirvel::app::ControlHandlers ControlHandlers() {
+    zirvel::app::ControlHandlers handlers;
+    handlers.activate = [](const QString& path) { return zirvel::ActivateHandedOverWheelFile(path.toStdU16String()); };
+    handlers.say = [](const QString& text) {
+        zirvel::EngineState& engine = zirvel::Engine();
+        return zirvel::DispatchRecognizedText(engine.phrases, zirvel::LowerVoicePhrase(text.toStdU16String()),
+                                              zirvel::EngineVoiceTarget(engine));
+    };
+    return handlers;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -53,14 +70,13 @@ int main(int argc, char* argv[]) {
         return 1;
     }
     QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName(QStringLiteral("Zirvel"));
-    QCoreApplication::setApplicationName(QStringLiteral("Zirvel"));
+    QCoreApplication::setOrganizationName(frontend::kOrganisationName);
+    QCoreApplication::setApplicationName(frontend::kApplicationName);
+    // Closing the window hides it; only the tray menu's "Zakończ" ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(QCoreApplication::applicationDirPath() + QStringLiteral("/zirvel.ico")));
 
-    const QString runtime = zirvel::app::RuntimeFolder();
-    const QString instanceName = QString::fromLatin1(zirvel::app::kInstanceName);
-    zirvel::app::SingleInstance instance(runtime, instanceName);
+    zirvel::app::SingleInstance instance(zirvel::app::RuntimeFolder(), QString::fromLatin1(zirvel::app::kInstanceName));
     if (!instance.Acquired()) {
         QMessageBox::information(nullptr, QStringLiteral("Zirvel"),
                                  QCoreApplication::translate("main", "Zirvel już działa — sprawdź ikonę w zasobniku systemowym."),
@@ -68,30 +84,29 @@ int main(int argc, char* argv[]) {
         return 0;
     }
 
+    frontend::applyTheme(
+        QSettings(frontend::kOrganisationName, frontend::kSettingsScope).value(frontend::kThemeKey, QStringLiteral("fluent")).toString());
+    // From here on config.json, default.json, voice.json, icons/ and themes/
+    // resolve in the program directory, wherever the program was started from.
     const QString programDirectory = QCoreApplication::applicationDirPath();
     QDir::setCurrent(programDirectory);
-    zirvel::x11::X11Platform platform;
-    if (!platform.Ready()) {
+    zirvel::app::X11EngineHost engine(programDirectory);
+    if (!engine.Ready()) {
         std::fprintf(stderr, "Zirvel: the X server lacks the XInputExtension 2.2 or XTEST extension.\n");
         return 1;
     }
-    zirvel::ResetEngineState(platform, programDirectory.toStdU16String());
-    zirvel::QtCanvasFactory canvases;
-    zirvel::InstallCanvasRenderer(canvases);
-    OverlayEngineStart();
+    engine.Start();
 
-    zirvel::app::ControlHandlers handlers;
-    handlers.activate = [](const QString& path) { return zirvel::ActivateHandedOverWheelFile(path.toStdU16String()); };
-    handlers.say = [](const QString& text) {
-        zirvel::EngineState& engine = zirvel::Engine();
-        return zirvel::DispatchRecognizedText(engine.phrases, zirvel::LowerVoicePhrase(text.toStdU16String()),
-                                              zirvel::EngineVoiceTarget(engine));
-    };
-    zirvel::app::ControlServer control(zirvel::app::ControlSocketPath(), std::move(handlers));
+    // The window's constructor already asks the engine for its status.
+    frontend::MainWindow window;
+    window.show();
+    zirvel::update::StartUpdater();
+
+    zirvel::app::ControlServer control(zirvel::app::ControlSocketPath(), ControlHandlers());
     QuitOnTerminationSignals(application);
 
     const int result = QApplication::exec();
-    OverlayEngineStop();
-    zirvel::RemoveCanvasRenderer();
+    zirvel::update::StopUpdater();
+    engine.Stop();
     return result;
 }

@@ -8,7 +8,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
+#include <utility>
 
 #include "x_session.h"
 
@@ -207,13 +209,18 @@ TEST_F(LiveProgramTest, TheControlSocketActivatesAWheelsFileAndRefusesOneWithout
 
 TEST_F(LiveProgramTest, ASecondInstanceSaysSoAndEndsWithZero) {
     StartProgram();
+    // The first instance's own main window is also called "Zirvel".
+    const std::vector<Window> before = user_.FindWindows("Zirvel");
     auto second = program_.StartAnother();
     // Its message box: dismiss it with Enter, as a user would.
     Window box = 0;
     ASSERT_TRUE(WaitUntil(
         [&] {
             for (Window window : user_.FindWindows("Zirvel")) {
-                if (user_.IsMapped(window) && user_.WindowGeometry(window).width > 100) box = window;
+                if (std::find(before.begin(), before.end(), window) == before.end() && user_.IsMapped(window) &&
+                    user_.WindowGeometry(window).width > 100) {
+                    box = window;
+                }
             }
             return box != 0;
         },
@@ -225,6 +232,79 @@ TEST_F(LiveProgramTest, ASecondInstanceSaysSoAndEndsWithZero) {
     EXPECT_TRUE(program_.Process()->Alive());
     EXPECT_EQ(program_.Say("pokaż koło"), 0);  // the first one still answers
     EXPECT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms));
+}
+
+// What the program's main window shows once it has settled, started with
+// the given front-end theme; 0 when it did not show.
+std::uint64_t MainWindowPicture(ProgramUnderTest& program, XConnection& user, const std::string& theme) {
+    program.SetFrontEndSetting("theme", theme);
+    if (!program.Start()) return 0;
+    Window window = 0;
+    WaitUntil(
+        [&] {
+            for (Window candidate : user.FindWindows("Zirvel")) {
+                if (user.IsMapped(candidate) && user.WindowGeometry(candidate).width >= 800) window = candidate;
+            }
+            return window != 0;
+        },
+        5000ms);
+    std::uint64_t picture = 0;
+    if (window != 0) {
+        const XConnection::Geometry area = user.WindowGeometry(window);
+        std::uint64_t previous = 1;
+        WaitUntil(
+            [&] {
+                std::this_thread::sleep_for(100ms);
+                picture = user.ScreenChecksum(area);
+                return std::exchange(previous, picture) == picture;
+            },
+            5000ms);
+    }
+    EXPECT_TRUE(program.Stop()) << "the program did not end with 0 on SIGTERM";
+    return picture;
+}
+
+// The program is started from the build folder, not its own: the themes are
+// found beside the program all the same.
+TEST_F(LiveProgramTest, TheStoredThemeAppliesAtStartAndAnUnknownOneFallsBackToFluent) {
+    const std::uint64_t fluent = MainWindowPicture(program_, user_, "fluent");
+    const std::uint64_t unknown = MainWindowPicture(program_, user_, "unknown");
+    const std::uint64_t neon = MainWindowPicture(program_, user_, "neon");
+    ASSERT_NE(fluent, 0u);
+    EXPECT_EQ(unknown, fluent);
+    EXPECT_NE(neon, fluent);
+}
+
+// The window manager's close button: WM_DELETE_WINDOW to the window.
+void PressCloseButton(XConnection& user, Window window) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(user.Get(), "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(user.Get(), "WM_DELETE_WINDOW", False));
+    event.xclient.data.l[1] = CurrentTime;
+    XSendEvent(user.Get(), window, False, NoEventMask, &event);
+    XFlush(user.Get());
+}
+
+TEST_F(LiveProgramTest, TheCloseButtonHidesTheWindowAndTheProgramGoesOn) {
+    StartProgram();
+    Window window = 0;
+    ASSERT_TRUE(WaitUntil(
+        [&] {
+            for (Window candidate : user_.FindWindows("Zirvel")) {
+                if (user_.IsMapped(candidate) && user_.WindowGeometry(candidate).width >= 800) window = candidate;
+            }
+            return window != 0;
+        },
+        5000ms));
+    PressCloseButton(user_, window);
+    EXPECT_TRUE(WaitUntil([&] { return !user_.IsMapped(window); }, 3000ms)) << "the window still shows";
+    std::this_thread::sleep_for(300ms);
+    EXPECT_TRUE(program_.Process()->Alive());
+    application_.Focus();
+    ShowWheel();
 }
 
 // One X screen split into two monitors, the right one not primary.

@@ -364,6 +364,13 @@ ProgramUnderTest::ProgramUnderTest(const std::string& display, const std::string
     : display_(display), directory_(ScratchDirectory("zirvel_x11_")) {
     // The program reads its files from the folder it lives in.
     std::filesystem::copy_file(ZIRVEL_PROGRAM, directory_ / "zirvel");
+    // With the files the build puts beside it: themes, icons, the program's icon.
+    const std::filesystem::path built = std::filesystem::path(ZIRVEL_PROGRAM).parent_path();
+    for (const char* name : {"themes", "icons", "zirvel.ico"}) {
+        if (std::filesystem::exists(built / name)) {
+            std::filesystem::copy(built / name, directory_ / name, std::filesystem::copy_options::recursive);
+        }
+    }
     std::filesystem::create_directories(directory_ / "runtime");
     std::filesystem::permissions(directory_ / "runtime", std::filesystem::perms::owner_all);
     WriteText(directory_ / "config.json", config);
@@ -378,7 +385,9 @@ ProgramUnderTest::~ProgramUnderTest() {
 }
 
 std::vector<std::string> ProgramUnderTest::Environment() const {
-    return {"DISPLAY=" + display_, "XDG_RUNTIME_DIR=" + (directory_ / "runtime").string(), "QT_QPA_PLATFORM=xcb"};
+    // Its own runtime folder and its own front-end settings, never the developer's.
+    return {"DISPLAY=" + display_, "XDG_RUNTIME_DIR=" + (directory_ / "runtime").string(),
+            "XDG_CONFIG_HOME=" + (directory_ / "settings").string(), "QT_QPA_PLATFORM=xcb"};
 }
 
 std::unique_ptr<ChildProcess> ProgramUnderTest::StartAnother() {
@@ -392,6 +401,19 @@ bool ProgramUnderTest::Start() {
     return WaitUntil([this] { return std::filesystem::exists(directory_ / "runtime" / "ZirvelEngineRunning"); },
                      10000ms) &&
            process_->Alive();
+}
+
+bool ProgramUnderTest::Stop() {
+    if (!process_) return false;
+    process_->Terminate();
+    const std::optional<int> code = process_->WaitForExit(std::chrono::milliseconds(10000));
+    process_.reset();
+    return code == std::optional<int>(0);
+}
+
+void ProgramUnderTest::SetFrontEndSetting(const std::string& key, const std::string& value) {
+    std::filesystem::create_directories(directory_ / "settings" / "Zirvel");
+    WriteText(directory_ / "settings" / "Zirvel" / "UI.conf", "[General]\n" + key + "=" + value + "\n");
 }
 
 int ProgramUnderTest::RunTool(const std::string& tool, const std::string& argument) {

@@ -146,6 +146,11 @@ public:
     // Starts a (further) instance; true when its control socket answers.
     bool Start();
     std::unique_ptr<ChildProcess> StartAnother();
+    // Ends the running instance as the session would (SIGTERM); true when it
+    // exited with 0 in time.
+    bool Stop();
+    // The front-end's own setting (QSettings "Zirvel"/"UI"), read at the next start.
+    void SetFrontEndSetting(const std::string& key, const std::string& value);
     // Runs zirvel-activate or zirvel-say; their exit code.
     int Activate(const std::filesystem::path& file);
     int Say(const std::string& phrase);

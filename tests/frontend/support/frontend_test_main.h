@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QIcon>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -16,18 +17,33 @@
 
 namespace zirvel_test {
 
-template <typename TestObject>
-int RunFrontendTest(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    // QSettings must never reach the developer's own "Zirvel"/"UI" settings.
-    QTemporaryDir settingsHome;
-    qputenv("XDG_CONFIG_HOME", settingsHome.path().toUtf8());
-    QStandardPaths::setTestModeEnabled(true);
+// Front-end settings in a private scratch folder: QSettings must never reach
+// the developer's own "Zirvel"/"UI" settings. Call before QApplication.
+class PrivateSettingsHome {
+public:
+    PrivateSettingsHome() {
+        qputenv("XDG_CONFIG_HOME", home_.path().toUtf8());
+        QStandardPaths::setTestModeEnabled(true);
+    }
 
-    QApplication application(argc, argv);
+private:
+    QTemporaryDir home_;
+};
+
+// The application as the program sets it up.
+inline void PrepareApplication() {
     QCoreApplication::setOrganizationName(zirvel::frontend::kOrganisationName);
     QCoreApplication::setApplicationName(zirvel::frontend::kApplicationName);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(QCoreApplication::applicationDirPath() + QStringLiteral("/zirvel.ico")));
+}
+
+template <typename TestObject>
+int RunFrontendTest(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    PrivateSettingsHome settingsHome;
+    QApplication application(argc, argv);
+    PrepareApplication();
 
     zirvel::NullPlatform platform(zirvel::NullPlatform::Clock::Real);
     zirvel::ResetEngineState(platform, QCoreApplication::applicationDirPath().toStdU16String());

@@ -1,0 +1,30 @@
+#include "app/x11_engine_host.h"
+
+#include "engine/canvas_renderer.h"
+#include "engine/engine_state.h"
+#include "engine/overlay_exports.h"
+
+namespace zirvel::app {
+
+X11EngineHost::X11EngineHost(const QString& programDirectory) {
+    if (platform_.Ready()) ResetEngineState(platform_, programDirectory.toStdU16String());
+}
+
+X11EngineHost::~X11EngineHost() { Stop(); }
+
+void X11EngineHost::Start() {
+    if (!platform_.Ready() || started_) return;
+    InstallCanvasRenderer(canvases_);
+    // The result is not looked at: the window opens anyway and shows what the engine reports.
+    OverlayEngineStart();
+    started_ = true;
+}
+
+void X11EngineHost::Stop() {
+    if (!started_) return;
+    OverlayEngineStop();
+    RemoveCanvasRenderer();
+    started_ = false;
+}
+
+}  // namespace zirvel::app

@@ -1,0 +1,278 @@
+// The main window: sidebar and pages, the engine's status, the settings
+// page's themes and version, the tray and the close button.
+#include <QAction>
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QFrame>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QStackedWidget>
+#include <QSystemTrayIcon>
+#include <QTest>
+#include <QTimer>
+
+#include "frontend/gaze_page.h"
+#include "frontend/main_window.h"
+#include "frontend/themes.h"
+#include "frontend/voice_page.h"
+#include "frontend/wheel_editor_page.h"
+#include "frontend/wheel_preview.h"
+#include "support/frontend_test_main.h"
+#include "support/program_files.h"
+
+using zirvel::frontend::MainWindow;
+using zirvel_test::ProgramFileGuard;
+using zirvel_test::WriteProgramFile;
+
+namespace {
+
+QSettings FrontEndSettings() { return QSettings(QStringLiteral("Zirvel"), QStringLiteral("UI")); }
+
+QString Role(const QWidget* widget) { return widget->property("role").toString(); }
+
+QByteArray WheelsFile(int wheels) {
+    QByteArray text = "{\"wheels\": [";
+    for (int i = 0; i < wheels; ++i) {
+        if (i) text += ',';
+        text += "{\"name\": \"W" + QByteArray::number(i) + "\", \"actions\": [{\"name\": \"a\", \"steps\": [{\"key\": \"a\"}]}]}";
+    }
+    return text + "]}";
+}
+
+QRadioButton* ThemeButton(MainWindow& window, const char* id) {
+    return window.findChild<QRadioButton*>(QStringLiteral("theme-") + QString::fromLatin1(id));
+}
+
+}  // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() {
+        FrontEndSettings().clear();
+        zirvel::frontend::applyTheme(QStringLiteral("fluent"));
+    }
+
+    void windowTitleAndSize() {
+        MainWindow window;
+        QCOMPARE(window.windowTitle(), QStringLiteral("Zirvel"));
+        QCOMPARE(window.size(), QSize(860, 560));
+    }
+
+    void sidebarRowsSelectThePagesInOrder() {
+        MainWindow window;
+        QListWidget* sidebar = window.sidebar();
+        QCOMPARE(sidebar->objectName(), QStringLiteral("Sidebar"));
+        QCOMPARE(sidebar->width(), 190);
+        QStringList rows;
+        for (int i = 0; i < sidebar->count(); ++i) rows << sidebar->item(i)->text();
+        QCOMPARE(rows, (QStringList{QStringLiteral("Start"), QStringLiteral("Koła wyboru"), QStringLiteral("Komendy głosowe"),
+                                    QStringLiteral("Sterowanie wzrokiem"), QStringLiteral("Ustawienia")}));
+        QCOMPARE(sidebar->currentRow(), 0);
+        QCOMPARE(window.pages()->currentIndex(), 0);
+        sidebar->setCurrentRow(3);
+        QVERIFY(qobject_cast<zirvel::frontend::GazePage*>(window.pages()->currentWidget()));
+        sidebar->setCurrentRow(2);
+        QVERIFY(qobject_cast<zirvel::frontend::VoicePage*>(window.pages()->currentWidget()));
+        sidebar->setCurrentRow(1);
+        QCOMPARE(window.pages()->currentWidget(), static_cast<QWidget*>(window.editor()));
+    }
+
+    void startPageShowsWhatTheEngineReports() {
+        MainWindow window;
+        QCOMPARE(window.gazeStatus()->text(), QStringLiteral("wyłączony (gazeEnabled = false)"));
+        QCOMPARE(window.voiceStatus()->text(),
+                 QStringLiteral("wyłączony (voiceEnabled = false) · %1 fraz").arg(OverlayVoicePhraseCount()));
+        QCOMPARE(window.wheelsStatus()->text(), QStringLiteral("%1 koło(a)").arg(OverlayWheelCount()));
+        QCOMPARE(Role(window.gazeStatus()), QStringLiteral("ok"));
+        QCOMPARE(Role(window.voiceStatus()), QStringLiteral("ok"));
+        QCOMPARE(Role(window.wheelsStatus()), QStringLiteral("value"));
+    }
+
+    void noWheelsShowZeroAndTwoSegments() {
+        ProgramFileGuard wheels(QStringLiteral("default.json"));
+        QVERIFY(WriteProgramFile(QStringLiteral("default.json"), "{\"wheels\": []}"));
+        OverlayReloadConfig();
+        QCOMPARE(OverlayWheelCount(), 0);
+        MainWindow window;
+        QCOMPARE(window.wheelsStatus()->text(), QStringLiteral("0 koło(a)"));
+        QCOMPARE(window.preview()->segmentCount(), 2);
+    }
+
+    void thirteenWheelsFillAllTwentyFourSegmentsWithinOneRefresh() {
+        ProgramFileGuard wheels(QStringLiteral("default.json"));
+        MainWindow window;
+        QVERIFY(WriteProgramFile(QStringLiteral("thirteen.json"), WheelsFile(13)));
+        QVERIFY(OverlayActivateWheelFile(zirvel_test::ProgramFile(QStringLiteral("thirteen.json")).toStdU16String().c_str()));
+        QTRY_COMPARE_WITH_TIMEOUT(window.wheelsStatus()->text(), QStringLiteral("13 koło(a)"), 2000);
+        QCOMPARE(window.preview()->segmentCount(), 24);
+        OverlayReloadConfig();
+    }
+
+    void statusRefreshRunsEvery1500ms() {
+        MainWindow window;
+        const auto timers = window.findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+        QCOMPARE(timers.size(), 1);
+        QCOMPARE(timers.front()->interval(), 1500);
+        QVERIFY(timers.front()->isActive());
+        QVERIFY(!timers.front()->isSingleShot());
+    }
+
+    void stylingHooks() {
+        MainWindow window;
+        const auto cards = window.findChildren<QFrame*>(QStringLiteral("Card"));
+        // Three on the start page, two on settings, two on gaze, three on voice.
+        QCOMPARE(cards.size(), 10);
+        auto* primary = window.pages()->widget(0)->findChild<QPushButton*>(QStringLiteral("Primary"));
+        QVERIFY(primary);
+        QCOMPARE(primary->text(), QStringLiteral("Pokaż koło (X)"));
+        QCOMPARE(primary->minimumHeight(), 38);
+        QWidget* settings = window.pages()->widget(4);
+        QStringList roles;
+        for (QLabel* label : settings->findChildren<QLabel*>()) {
+            if (!Role(label).isEmpty()) roles << label->text() + QLatin1Char('=') + Role(label);
+        }
+        QCOMPARE(roles, (QStringList{QStringLiteral("Ustawienia=pageTitle"), QStringLiteral("Motyw interfejsu=value"),
+                                     QStringLiteral("Aktualizacje=value"),
+                                     QStringLiteral("Zainstalowana wersja: 0.9.0=cardTitle")}));
+    }
+
+    void themeSwatchesUseTheFirstAndFourthColours() {
+        MainWindow window;
+        QStringList sheets;
+        for (QLabel* label : window.pages()->widget(4)->findChildren<QLabel*>()) {
+            if (label->size() == QSize(46, 20)) sheets << label->styleSheet();
+        }
+        QCOMPARE(sheets, (QStringList{
+                             QStringLiteral("background:#185fa5; border:1px solid #f4f6fb; border-radius:4px;"),
+                             QStringLiteral("background:#39d5c9; border:1px solid #101423; border-radius:4px;"),
+                             QStringLiteral("background:#efa02f; border:1px solid #1d1f24; border-radius:4px;")}));
+    }
+
+    void theCurrentThemeIsChecked() {
+        zirvel::frontend::applyTheme(QStringLiteral("pro"));
+        MainWindow window;
+        QVERIFY(ThemeButton(window, "pro")->isChecked());
+        QVERIFY(!ThemeButton(window, "fluent")->isChecked());
+        QCOMPARE(ThemeButton(window, "neon")->text(), QStringLiteral("Neon (gaming)"));
+    }
+
+    void choosingTheCheckedThemeDoesNothing() {
+        MainWindow window;
+        QSignalSpy toggled(ThemeButton(window, "fluent"), &QRadioButton::toggled);
+        ThemeButton(window, "fluent")->click();
+        QCOMPARE(toggled.size(), 0);
+        QVERIFY(!FrontEndSettings().contains(QStringLiteral("theme")));
+    }
+
+    void choosingAnotherThemeAppliesAndSavesIt() {
+        MainWindow window;
+        QSignalSpy oldButton(ThemeButton(window, "fluent"), &QRadioButton::toggled);
+        QSignalSpy newButton(ThemeButton(window, "neon"), &QRadioButton::toggled);
+        ThemeButton(window, "neon")->click();
+        QCOMPARE(oldButton.size(), 1);
+        QCOMPARE(oldButton.front().front().toBool(), false);
+        QCOMPARE(newButton.size(), 1);
+        QCOMPARE(zirvel::frontend::currentThemeId(), QStringLiteral("neon"));
+        QCOMPARE(FrontEndSettings().value(QStringLiteral("theme")).toString(), QStringLiteral("neon"));
+        QCOMPARE(qApp->styleSheet(), QString::fromUtf8(zirvel_test::ReadProgramFile(QStringLiteral("themes/neon.qss"))));
+    }
+
+    void voicePageOpensVoiceJsonInTheEditor() {
+        MainWindow window;
+        window.pages()->widget(2)->findChild<QPushButton*>(QStringLiteral("editGlobalCommands"))->click();
+        QCOMPARE(window.sidebar()->currentRow(), 1);
+        QCOMPARE(window.pages()->currentIndex(), 1);
+        QCOMPARE(window.editor()->filePath(), zirvel_test::ProgramFile(QStringLiteral("voice.json")));
+        QCOMPARE(FrontEndSettings().value(QStringLiteral("lastWheelFile")).toString(),
+                 zirvel_test::ProgramFile(QStringLiteral("voice.json")));
+    }
+
+    void thePrimaryButtonTogglesTheWheel() {
+        MainWindow window;
+        auto* primary = window.pages()->widget(0)->findChild<QPushButton*>(QStringLiteral("Primary"));
+        QVERIFY(!OverlayIsWheelVisible());
+        primary->click();
+        QVERIFY(OverlayIsWheelVisible());
+        primary->click();
+        QVERIFY(!OverlayIsWheelVisible());
+    }
+
+    void closingHidesTheWindowWhileTheTrayShows() {
+        MainWindow window;
+        window.show();
+        QVERIFY(window.tray()->isVisible());
+        QCloseEvent close;
+        QApplication::sendEvent(&window, &close);
+        QVERIFY(!close.isAccepted());
+        QVERIFY(!window.isVisible());
+    }
+
+    void withoutATrayTheCloseButtonReallyCloses() {
+        MainWindow window;
+        window.show();
+        window.tray()->hide();
+        QCloseEvent close;
+        QApplication::sendEvent(&window, &close);
+        QVERIFY(close.isAccepted());
+    }
+
+    void onlyADoubleClickOnTheTrayShowsTheWindow() {
+        MainWindow window;
+        QVERIFY(!window.isVisible());
+        for (auto reason : {QSystemTrayIcon::Trigger, QSystemTrayIcon::MiddleClick, QSystemTrayIcon::Context}) {
+            emit window.tray()->activated(reason);
+            QVERIFY(!window.isVisible());
+        }
+        emit window.tray()->activated(QSystemTrayIcon::DoubleClick);
+        QVERIFY(window.isVisible());
+    }
+
+    void trayIconAndMenu() {
+        MainWindow window;
+        QCOMPARE(window.tray()->toolTip(), QStringLiteral("Zirvel"));
+        QCOMPARE(window.tray()->parent(), &window);
+        const auto actions = window.tray()->contextMenu()->actions();
+        QCOMPARE(actions.size(), 4);
+        QCOMPARE(actions[0]->text(), QStringLiteral("Pokaż koło"));
+        QCOMPARE(actions[1]->text(), QStringLiteral("Pokaż okno"));
+        QVERIFY(actions[2]->isSeparator());
+        QCOMPARE(actions[3]->text(), QStringLiteral("Zakończ"));
+
+        actions[1]->trigger();
+        QVERIFY(window.isVisible());
+        actions[0]->trigger();
+        QVERIFY(OverlayIsWheelVisible());
+        actions[0]->trigger();
+        QVERIFY(!OverlayIsWheelVisible());
+    }
+
+    void zakonczEndsTheEventLoop() {
+        MainWindow window;
+        QEventLoop loop;
+        QTimer::singleShot(0, &window, [&window] { window.tray()->contextMenu()->actions().back()->trigger(); });
+        bool timedOut = false;
+        QTimer::singleShot(3000, &loop, [&] { timedOut = true; loop.exit(7); });
+        QCOMPARE(loop.exec(), 0);
+        QVERIFY(!timedOut);
+    }
+
+    void updatesButtonIsThereAndHarmless() {
+        MainWindow window;
+        auto* check = window.findChild<QPushButton*>(QStringLiteral("checkUpdates"));
+        QVERIFY(check);
+        QCOMPARE(check->text(), QStringLiteral("Sprawdź aktualizacje…"));
+        check->click();
+        QVERIFY(check->isEnabled());
+    }
+};
+
+ZIRVEL_FRONTEND_TEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"

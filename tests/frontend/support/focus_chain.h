@@ -1,0 +1,39 @@
+// Keyboard reach: the widgets that Tab visits, in order, and what a screen
+// reader would call them.
+#pragma once
+
+#include <QAccessible>
+#include <QWidget>
+
+#include <vector>
+
+namespace zirvel_test {
+
+// The visible, enabled widgets that take focus with Tab, in focus-chain
+// order from `root`, once each.
+inline std::vector<QWidget*> TabChain(QWidget* root) {
+    std::vector<QWidget*> chain;
+    QWidget* widget = root;
+    for (int guard = 0; guard < 2000; ++guard) {
+        widget = widget->nextInFocusChain();
+        if (widget == root) break;
+        if (widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) &&
+            root->isAncestorOf(widget)) {
+            chain.push_back(widget);
+        }
+    }
+    return chain;
+}
+
+// The name a screen reader announces: the accessible name, or the visible
+// text that Qt's accessibility layer uses for buttons and boxes.
+inline QString SpokenName(QWidget* widget) {
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+    return accessible ? accessible->text(QAccessible::Name) : QString();
+}
+
+inline QString Describe(QWidget* widget) {
+    return QStringLiteral("%1 \"%2\"").arg(QString::fromLatin1(widget->metaObject()->className()), widget->objectName());
+}
+
+}  // namespace zirvel_test
