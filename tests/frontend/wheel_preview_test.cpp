@@ -99,8 +99,8 @@ QPoint SegmentPoint(QSize size, int count, int index, double fraction) {
         .toPoint();
 }
 
-// How many segment parts of `count` show the highlight colour; exactly
-// `highlighted` must and the rest the fill colour.
+// Of `count` segments, segment `highlighted` shows the highlight colour and
+// every other one the fill colour (-1: none is highlighted).
 void VerifyHighlight(const QImage& image, int count, int highlighted) {
     const Theme& theme = CurrentTheme();
     for (int i = 0; i < count; ++i) {
