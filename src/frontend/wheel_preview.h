@@ -28,6 +28,12 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    // Labels drawn: one per segment, as far as both reach.
+    int shownLabelCount() const;
+    // Screen readers read the fields from the description, as the picture
+    // itself says nothing to them.
+    void updateAccessibleDescription();
+
     int segmentCount_ = 8;
     int highlighted_ = -1;
     QStringList labels_;
