@@ -9,10 +9,8 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QGuiApplication>
 #include <QtGui/QImageReader>
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -200,10 +198,3 @@ TEST(StagedProgramFilesTest, TheProgramsFolderHasACopyOfEveryFile) {
 
 }  // namespace
 }  // namespace zirvel_test
-
-int main(int argc, char** argv) {
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    QGuiApplication application(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
