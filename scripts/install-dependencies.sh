@@ -8,8 +8,9 @@ set -euo pipefail
 
 # Qt 6 draws the pictures and the overlay windows on Linux (its image
 # plugins decode ICO and JPEG icons); DejaVu Sans stands in for "Segoe UI";
-# Xlib, XInput2, XTest and RandR drive the X server.
-build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev fonts-dejavu-core
+# Qt SVG draws the icons from resources/ at build time; Xlib, XInput2,
+# XTest and RandR drive the X server.
+build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-dejavu-core
                 libx11-dev libxi-dev libxtst-dev libxrandr-dev)
 test_packages=(libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth

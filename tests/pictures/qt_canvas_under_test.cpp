@@ -1,10 +1,8 @@
 // The picture tests on Linux: QPainter, with the offscreen Qt platform so
-// that no display is needed.
+// that no display is needed (tests/support/offscreen_gui_main.cpp).
 #include <gtest/gtest.h>
 
-#include <QtGui/QGuiApplication>
-
-#include <cstdlib>
+#include <QtCore/QString>
 
 #include "canvas_under_test.h"
 #include "platform/x11/qt_canvas.h"
@@ -30,10 +28,3 @@ TEST(QtCanvasFontTest, SegoeUiIsAskedForFirstThenDejaVuSans) {
 }  // namespace
 
 }  // namespace zirvel_test
-
-int main(int argc, char** argv) {
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    QGuiApplication application(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
