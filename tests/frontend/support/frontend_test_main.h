@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -23,6 +24,10 @@ int RunFrontendTest(int argc, char** argv) {
     QTemporaryDir settingsHome;
     qputenv("XDG_CONFIG_HOME", settingsHome.path().toUtf8());
     QStandardPaths::setTestModeEnabled(true);
+    // Test mode alone sends QSettings to ~/.qttest/config, which every suite
+    // and every parallel run would share.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsHome.path());
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settingsHome.path());
 
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(zirvel::frontend::kOrganisationName);
