@@ -5,7 +5,6 @@
 #include <QJsonDocument>
 #include <QJsonParseError>
 #include <QSaveFile>
-
 #include <algorithm>
 #include <cmath>
 
@@ -62,27 +61,22 @@ QList<Step> LegacySteps(const QJsonObject& object) {
     return steps;
 }
 
-QJsonObject StepToJson(const Step& step) {
-    QJsonObject object;
-    switch (step.kind) {
-    case StepKind::Open:
-        object.insert(QLatin1String("open"), step.target);
-        break;
-    case StepKind::Click:
-        object.insert(QLatin1String("key"), step.key);
-        object.insert(QLatin1String("action"), QLatin1String("click"));
-        object.insert(QLatin1String("value"), step.value);
-        break;
-    case StepKind::Hold:
-        object.insert(QLatin1String("key"), step.key);
-        object.insert(QLatin1String("action"), QLatin1String("hold"));
-        object.insert(QLatin1String("value"), step.value);
-        break;
-    case StepKind::Release:
-        object.insert(QLatin1String("key"), step.key);
-        object.insert(QLatin1String("action"), QLatin1String("release"));
-        break;
+QLatin1String ActionWord(StepKind kind) {
+    switch (kind) {
+        case StepKind::Hold:
+            return QLatin1String("hold");
+        case StepKind::Release:
+            return QLatin1String("release");
+        default:
+            return QLatin1String("click");
     }
+}
+
+QJsonObject StepToJson(const Step& step) {
+    if (step.kind == StepKind::Open) return QJsonObject{{QLatin1String("open"), step.target}};
+    QJsonObject object{{QLatin1String("key"), step.key}, {QLatin1String("action"), ActionWord(step.kind)}};
+    // A release has nothing to count.
+    if (step.kind != StepKind::Release) object.insert(QLatin1String("value"), step.value);
     return object;
 }
 
@@ -132,15 +126,15 @@ QJsonObject FunctionToJson(const WheelFunction& function) {
 
 QString StepSummary(const Step& step) {
     switch (step.kind) {
-    case StepKind::Open:
-        return WheelDocument::tr("otwórz:  %1").arg(step.target);
-    case StepKind::Release:
-        return WheelDocument::tr("puść:  %1").arg(step.key);
-    case StepKind::Hold:
-        if (step.value < 1) return WheelDocument::tr("przytrzymaj (bez puszczania):  %1").arg(step.key);
-        return WheelDocument::tr("przytrzymaj %1 ms:  %2").arg(QString::number(step.value), step.key);
-    case StepKind::Click:
-        break;
+        case StepKind::Open:
+            return WheelDocument::tr("otwórz:  %1").arg(step.target);
+        case StepKind::Release:
+            return WheelDocument::tr("puść:  %1").arg(step.key);
+        case StepKind::Hold:
+            if (step.value < 1) return WheelDocument::tr("przytrzymaj (bez puszczania):  %1").arg(step.key);
+            return WheelDocument::tr("przytrzymaj %1 ms:  %2").arg(QString::number(step.value), step.key);
+        case StepKind::Click:
+            break;
     }
     if (step.value > 1) return WheelDocument::tr("klik ×%1:  %2").arg(QString::number(step.value), step.key);
     return WheelDocument::tr("klik:  %1").arg(step.key);
@@ -195,8 +189,8 @@ bool WheelDocument::Save(const QString& filePath, QString& error) {
         }
         root.insert(QLatin1String("wheels"), array);
     } else {
-        root.insert(QLatin1String("actions"), FunctionsToJson(wheels.isEmpty() ? QList<WheelFunction>()
-                                                                              : wheels.first().functions));
+        root.insert(QLatin1String("actions"),
+                    FunctionsToJson(wheels.isEmpty() ? QList<WheelFunction>() : wheels.first().functions));
     }
     // QSaveFile writes a temporary file and renames it over the old one, so
     // a failure at any point leaves the old file whole.

@@ -29,9 +29,9 @@ struct Step {
 struct WheelFunction {
     QString name;
     QString voice;
-    QString icon;   // relative to the wheels file's directory, or absolute
-    QColor color;   // invalid = the theme's colour
-    int delay = 30; // milliseconds between steps
+    QString icon;    // relative to the wheels file's directory, or absolute
+    QColor color;    // invalid = the theme's colour
+    int delay = 30;  // milliseconds between steps
     QList<Step> steps;
 
     bool operator==(const WheelFunction&) const = default;

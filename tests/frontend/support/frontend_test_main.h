@@ -6,7 +6,7 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QStandardPaths>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -23,7 +23,8 @@ class PrivateSettingsHome {
 public:
     PrivateSettingsHome() {
         qputenv("XDG_CONFIG_HOME", home_.path().toUtf8());
-        QStandardPaths::setTestModeEnabled(true);
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home_.path());
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, home_.path());
     }
 
 private:

@@ -3,6 +3,7 @@
 // inside the dialog's own event loop.
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
@@ -33,7 +34,10 @@ public:
             title_ = box->windowTitle();
             text_ = box->text();
             icon_ = box->icon();
-            box->done(button);
+            // A click, not done(): the static QMessageBox functions report
+            // the clicked button, and done() alone leaves it unset (NoButton).
+            if (QAbstractButton* answer = box->button(button)) answer->click();
+            else box->done(button);
         });
     }
 

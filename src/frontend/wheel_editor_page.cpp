@@ -1,0 +1,621 @@
+#include "frontend/wheel_editor_page.h"
+
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QSettings>
+#include <QSpinBox>
+#include <QStackedWidget>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "engine/overlay_exports.h"
+#include "frontend/frontend_identity.h"
+#include "frontend/icon_picker_dialog.h"
+#include "frontend/step_key_names.h"
+#include "frontend/themes.h"
+#include "frontend/wheel_preview.h"
+
+namespace zirvel::frontend {
+namespace {
+
+constexpr int kWheelRole = Qt::UserRole;
+constexpr int kFunctionRole = Qt::UserRole + 1;
+
+QPushButton* MakeButton(const QString& text, const QString& objectName, QWidget* parent) {
+    auto* button = new QPushButton(text, parent);
+    button->setObjectName(objectName);
+    return button;
+}
+
+// Captions share the style sheets' "cardTitle" look and name their field
+// for screen readers through the buddy link.
+QLabel* MakeCaption(const QString& text, QWidget* buddy, QWidget* parent) {
+    auto* caption = new QLabel(text, parent);
+    caption->setProperty("role", QStringLiteral("cardTitle"));
+    if (buddy) caption->setBuddy(buddy);
+    return caption;
+}
+
+void RememberWheelFile(const QString& path) {
+    QSettings(kOrganisationName, kSettingsScope).setValue(kLastWheelFileKey, path);
+}
+
+}  // namespace
+
+WheelEditorPage::WheelEditorPage(QWidget* parent) : QWidget(parent) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(18, 14, 18, 14);
+    layout->setSpacing(10);
+    layout->addLayout(buildToolRow());
+
+    auto* body = new QHBoxLayout;
+    body->setSpacing(12);
+    body->addLayout(buildTreeColumn());
+    body->addWidget(buildFunctionPanel(), 1);
+    body->addLayout(buildPreviewColumn());
+    layout->addLayout(body, 1);
+
+    setTabOrderAndNames();
+
+    const QString last = QSettings(kOrganisationName, kSettingsScope).value(kLastWheelFileKey).toString();
+    if (!last.isEmpty() && QFileInfo::exists(last)) loadFile(last);
+}
+
+QLayout* WheelEditorPage::buildToolRow() {
+    openButton_ = MakeButton(tr("Otwórz…"), QStringLiteral("openButton"), this);
+    saveButton_ = MakeButton(tr("Zapisz"), QStringLiteral("saveButton"), this);
+    saveAsButton_ = MakeButton(tr("Zapisz jako…"), QStringLiteral("saveAsButton"), this);
+    activateButton_ = MakeButton(tr("Aktywuj"), QStringLiteral("Primary"), this);
+    pathLabel_ = new QLabel(tr("(nie wczytano pliku)"), this);
+    pathLabel_->setObjectName(QStringLiteral("pathLabel"));
+    pathLabel_->setProperty("role", QStringLiteral("cardTitle"));
+    connect(openButton_, &QPushButton::clicked, this, &WheelEditorPage::openFile);
+    connect(saveButton_, &QPushButton::clicked, this, [this] { saveFile(false); });
+    connect(saveAsButton_, &QPushButton::clicked, this, [this] { saveFile(true); });
+    connect(activateButton_, &QPushButton::clicked, this, &WheelEditorPage::activateOnEngine);
+
+    auto* row = new QHBoxLayout;
+    for (QPushButton* button : {openButton_, saveButton_, saveAsButton_, activateButton_}) row->addWidget(button, 0);
+    row->addSpacing(10);
+    row->addWidget(pathLabel_, 1);
+    return row;
+}
+
+QLayout* WheelEditorPage::buildTreeColumn() {
+    tree_ = new QTreeWidget(this);
+    tree_->setObjectName(QStringLiteral("tree"));
+    tree_->setHeaderHidden(true);
+    tree_->setFixedWidth(230);
+    addWheelButton_ = MakeButton(tr("+ koło"), QStringLiteral("addWheelButton"), this);
+    addFunctionButton_ = MakeButton(tr("+ funkcja"), QStringLiteral("addFunctionButton"), this);
+    removeButton_ = MakeButton(tr("Usuń"), QStringLiteral("removeButton"), this);
+    connect(tree_, &QTreeWidget::currentItemChanged, this, &WheelEditorPage::onTreeSelection);
+    connect(addWheelButton_, &QPushButton::clicked, this, &WheelEditorPage::addWheel);
+    connect(addFunctionButton_, &QPushButton::clicked, this, &WheelEditorPage::addAction);
+    connect(removeButton_, &QPushButton::clicked, this, &WheelEditorPage::removeSelected);
+
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* button : {addWheelButton_, addFunctionButton_, removeButton_}) buttons->addWidget(button);
+    auto* column = new QVBoxLayout;
+    column->addWidget(tree_, 1);
+    column->addLayout(buttons);
+    return column;
+}
+
+QWidget* WheelEditorPage::buildFunctionPanel() {
+    functionPanel_ = new QWidget(this);
+    functionPanel_->setObjectName(QStringLiteral("functionPanel"));
+    functionPanel_->setEnabled(false);
+    stepsList_ = new QListWidget(functionPanel_);
+    stepsList_->setObjectName(QStringLiteral("stepsList"));
+    stepsList_->setMinimumHeight(120);
+    connect(stepsList_, &QListWidget::currentRowChanged, this, &WheelEditorPage::onStepSelection);
+
+    auto* panel = new QVBoxLayout(functionPanel_);
+    panel->setContentsMargins(0, 0, 0, 0);
+    panel->setSpacing(8);
+    panel->addLayout(buildFieldsRow());
+    panel->addWidget(MakeCaption(tr("Czynności (kroki sekwencji)"), stepsList_, functionPanel_));
+    panel->addWidget(stepsList_);
+    panel->addLayout(buildStepEditorRow());
+    panel->addLayout(buildStepButtonsRow());
+    return functionPanel_;
+}
+
+QLayout* WheelEditorPage::buildFieldsRow() {
+    QWidget* panel = functionPanel_;
+    nameEdit_ = new QLineEdit(panel);
+    nameEdit_->setObjectName(QStringLiteral("nameEdit"));
+    voiceEdit_ = new QLineEdit(panel);
+    voiceEdit_->setObjectName(QStringLiteral("voiceEdit"));
+    voiceEdit_->setPlaceholderText(tr("np. leczenie"));
+    iconImage_ = new QLabel(panel);
+    iconImage_->setObjectName(QStringLiteral("iconImage"));
+    iconImage_->setFixedSize(34, 34);
+    iconImage_->setScaledContents(true);
+    iconButton_ = MakeButton(tr("Wybierz…"), QStringLiteral("iconButton"), panel);
+    colorButton_ = MakeButton(tr("domyślny"), QStringLiteral("colorButton"), panel);
+    delaySpin_ = new QSpinBox(panel);
+    delaySpin_->setObjectName(QStringLiteral("delaySpin"));
+    delaySpin_->setRange(0, 2000);
+    delaySpin_->setValue(30);
+    connect(nameEdit_, &QLineEdit::textEdited, this, &WheelEditorPage::onFieldsEdited);
+    connect(voiceEdit_, &QLineEdit::textEdited, this, &WheelEditorPage::onFieldsEdited);
+    connect(delaySpin_, &QSpinBox::valueChanged, this, &WheelEditorPage::onFieldsEdited);
+    connect(iconButton_, &QPushButton::clicked, this, &WheelEditorPage::pickIcon);
+    connect(colorButton_, &QPushButton::clicked, this, &WheelEditorPage::pickColor);
+
+    auto* texts = new QVBoxLayout;
+    texts->addWidget(MakeCaption(tr("Nazwa"), nameEdit_, panel));
+    texts->addWidget(nameEdit_);
+    texts->addWidget(MakeCaption(tr("Fraza głosowa"), voiceEdit_, panel));
+    texts->addWidget(voiceEdit_);
+
+    auto* iconRow = new QHBoxLayout;
+    iconRow->addWidget(iconImage_, 0);
+    iconRow->addWidget(iconButton_, 1);
+    auto* colourRow = new QHBoxLayout;
+    colourRow->addWidget(colorButton_, 1);
+    colourRow->addWidget(delaySpin_, 0);
+    auto* looks = new QVBoxLayout;
+    looks->addWidget(MakeCaption(tr("Ikona"), iconButton_, panel));
+    looks->addLayout(iconRow);
+    looks->addWidget(MakeCaption(tr("Kolor pola / odstęp [ms]"), colorButton_, panel));
+    looks->addLayout(colourRow);
+
+    auto* row = new QHBoxLayout;
+    row->addLayout(texts, 3);
+    row->addSpacing(10);
+    row->addLayout(looks, 2);
+    return row;
+}
+
+QLayout* WheelEditorPage::buildStepEditorRow() {
+    QWidget* panel = functionPanel_;
+    actionCombo_ = new QComboBox(panel);
+    actionCombo_->setObjectName(QStringLiteral("actionCombo"));
+    // Item index = StepKind.
+    actionCombo_->addItems({tr("klik"), tr("przytrzymaj"), tr("puść"), tr("otwórz")});
+
+    stepStack_ = new QStackedWidget(panel);
+    stepStack_->setObjectName(QStringLiteral("stepStack"));
+    stepStack_->setFixedHeight(34);
+    auto* keyPage = new QWidget(stepStack_);
+    keyCombo_ = new QComboBox(keyPage);
+    keyCombo_->setObjectName(QStringLiteral("keyCombo"));
+    keyCombo_->setEditable(true);
+    keyCombo_->addItems(stepKeyNames());
+    amountSpin_ = new QSpinBox(keyPage);
+    amountSpin_->setObjectName(QStringLiteral("amountSpin"));
+    amountSpin_->setRange(0, 60000);
+    amountSpin_->setValue(1);
+    auto* keyRow = new QHBoxLayout(keyPage);
+    keyRow->setContentsMargins(0, 0, 0, 0);
+    keyRow->addWidget(keyCombo_);
+    keyRow->addWidget(amountSpin_);
+    targetEdit_ = new QLineEdit(stepStack_);
+    targetEdit_->setObjectName(QStringLiteral("targetEdit"));
+    targetEdit_->setPlaceholderText(QStringLiteral("https://… albo program.exe"));
+    stepStack_->addWidget(keyPage);
+    stepStack_->addWidget(targetEdit_);
+    connect(actionCombo_, &QComboBox::currentIndexChanged, this, &WheelEditorPage::onActionKindChanged);
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(actionCombo_);
+    row->addWidget(stepStack_, 1);
+    return row;
+}
+
+QLayout* WheelEditorPage::buildStepButtonsRow() {
+    QWidget* panel = functionPanel_;
+    stepAddButton_ = MakeButton(tr("Dodaj krok"), QStringLiteral("stepAddButton"), panel);
+    stepReplaceButton_ = MakeButton(tr("Zamień"), QStringLiteral("stepReplaceButton"), panel);
+    stepRemoveButton_ = MakeButton(tr("Usuń krok"), QStringLiteral("stepRemoveButton"), panel);
+    stepUpButton_ = MakeButton(QStringLiteral("▲"), QStringLiteral("stepUpButton"), panel);
+    stepDownButton_ = MakeButton(QStringLiteral("▼"), QStringLiteral("stepDownButton"), panel);
+    stepUpButton_->setFixedWidth(36);
+    stepDownButton_->setFixedWidth(36);
+    connect(stepAddButton_, &QPushButton::clicked, this, &WheelEditorPage::stepAdd);
+    connect(stepReplaceButton_, &QPushButton::clicked, this, &WheelEditorPage::stepReplace);
+    connect(stepRemoveButton_, &QPushButton::clicked, this, &WheelEditorPage::stepRemove);
+    connect(stepUpButton_, &QPushButton::clicked, this, [this] { stepMove(-1); });
+    connect(stepDownButton_, &QPushButton::clicked, this, [this] { stepMove(1); });
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(stepAddButton_);
+    row->addWidget(stepReplaceButton_);
+    row->addWidget(stepRemoveButton_);
+    row->addStretch();
+    row->addWidget(stepUpButton_);
+    row->addWidget(stepDownButton_);
+    return row;
+}
+
+QLayout* WheelEditorPage::buildPreviewColumn() {
+    wheelCaption_ = new QLabel(this);
+    wheelCaption_->setObjectName(QStringLiteral("wheelCaption"));
+    wheelCaption_->setProperty("role", QStringLiteral("value"));
+    wheelCaption_->setAlignment(Qt::AlignCenter);
+    preview_ = new WheelPreview(this);
+    preview_->setObjectName(QStringLiteral("preview"));
+    preview_->setFixedSize(240, 240);
+
+    auto* column = new QVBoxLayout;
+    column->addWidget(wheelCaption_);
+    column->addWidget(preview_);
+    column->addStretch();
+    return column;
+}
+
+// Keyboard users move through the page in reading order; screen readers
+// get a name wherever the visible text alone would not say what a control is.
+void WheelEditorPage::setTabOrderAndNames() {
+    const QList<QWidget*> order{
+        openButton_,        saveButton_,        saveAsButton_,     activateButton_, tree_,          addWheelButton_,
+        addFunctionButton_, removeButton_,      nameEdit_,         voiceEdit_,      iconButton_,    colorButton_,
+        delaySpin_,         stepsList_,         actionCombo_,      keyCombo_,       amountSpin_,    targetEdit_,
+        stepAddButton_,     stepReplaceButton_, stepRemoveButton_, stepUpButton_,   stepDownButton_};
+    for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+
+    pathLabel_->setAccessibleName(tr("Plik kół"));
+    tree_->setAccessibleName(tr("Koła i ich funkcje"));
+    addWheelButton_->setAccessibleName(tr("Dodaj koło"));
+    addFunctionButton_->setAccessibleName(tr("Dodaj funkcję"));
+    removeButton_->setAccessibleName(tr("Usuń zaznaczone koło lub funkcję"));
+    nameEdit_->setAccessibleName(tr("Nazwa funkcji"));
+    voiceEdit_->setAccessibleName(tr("Fraza głosowa"));
+    iconImage_->setAccessibleName(tr("Ikona funkcji"));
+    iconButton_->setAccessibleName(tr("Wybierz ikonę"));
+    colorButton_->setAccessibleName(tr("Kolor pola"));
+    delaySpin_->setAccessibleName(tr("Odstęp między krokami [ms]"));
+    stepsList_->setAccessibleName(tr("Czynności (kroki sekwencji)"));
+    actionCombo_->setAccessibleName(tr("Rodzaj czynności"));
+    keyCombo_->setAccessibleName(tr("Klawisz lub przycisk myszy"));
+    amountSpin_->setAccessibleName(tr("Powtórzenia kliknięcia lub czas przytrzymania [ms]"));
+    targetEdit_->setAccessibleName(tr("Adres lub program do otwarcia"));
+    stepUpButton_->setAccessibleName(tr("Przesuń krok w górę"));
+    stepDownButton_->setAccessibleName(tr("Przesuń krok w dół"));
+    wheelCaption_->setAccessibleName(tr("Nazwa koła w podglądzie"));
+    preview_->setAccessibleName(tr("Podgląd koła"));
+}
+
+void WheelEditorPage::loadFile(const QString& path) {
+    WheelDocument loaded;
+    QString error;
+    if (!loaded.Load(path, error)) {
+        warn(error);
+        return;
+    }
+    filePath_ = path;
+    document_ = std::move(loaded);
+    loaded_ = true;
+    modified_ = false;
+    pathLabel_->setText(path);
+    RememberWheelFile(path);
+    rebuildTree(0, document_.wheels[0].functions.isEmpty() ? -1 : 0);
+}
+
+void WheelEditorPage::openFile() {
+    const QString directory = filePath_.isEmpty() ? QString() : QFileInfo(filePath_).absolutePath();
+    const QString path = QFileDialog::getOpenFileName(this, tr("Otwórz plik kół"), directory, tr("JSON (*.json)"));
+    if (!path.isEmpty()) loadFile(path);
+}
+
+void WheelEditorPage::saveFile(bool saveAs) {
+    if (!loaded_) return;
+    QString target = filePath_;
+    if (saveAs) {
+        target = QFileDialog::getSaveFileName(this, tr("Zapisz jako"), filePath_, tr("JSON (*.json)"));
+        if (target.isEmpty()) return;
+    }
+    QString error;
+    if (!document_.Save(target, error)) {
+        warn(error);
+        return;
+    }
+    if (saveAs) {
+        filePath_ = target;
+        RememberWheelFile(target);
+    }
+    modified_ = false;
+    pathLabel_->setText(filePath_);
+}
+
+void WheelEditorPage::activateOnEngine() {
+    if (!loaded_) return;
+    // The engine reads the file, so it must hold what the user sees.
+    if (modified_) saveFile(false);
+    if (modified_) return;
+    if (!OverlayActivateWheelFile(filePath_.toStdU16String().c_str()))
+        warn(tr("Silnik nie przyjął konfiguracji — sprawdź, czy plik zawiera koła z funkcjami."));
+}
+
+void WheelEditorPage::markModified() {
+    modified_ = true;
+    pathLabel_->setText(filePath_ + QStringLiteral(" *"));
+}
+
+QString WheelEditorPage::fileDirectory() const { return QFileInfo(filePath_).absolutePath(); }
+
+void WheelEditorPage::warn(const QString& text) { QMessageBox::warning(this, tr("Edytor kół"), text, QMessageBox::Ok); }
+
+void WheelEditorPage::rebuildTree(int wheel, int function) {
+    QTreeWidgetItem* selected = nullptr;
+    {
+        QScopedValueRollback<bool> quiet(updating_, true);
+        tree_->clear();
+        const QDir directory(fileDirectory());
+        for (int i = 0; i < document_.wheels.size(); ++i) {
+            const Wheel& current = document_.wheels[i];
+            auto* wheelItem =
+                new QTreeWidgetItem(tree_, {current.name.isEmpty() ? tr("(koło bez nazwy)") : current.name});
+            wheelItem->setData(0, kWheelRole, i);
+            wheelItem->setData(0, kFunctionRole, -1);
+            if (i == wheel) selected = wheelItem;
+            for (int j = 0; j < current.functions.size(); ++j) {
+                const WheelFunction& entry = current.functions[j];
+                auto* item = new QTreeWidgetItem(wheelItem, {entry.name.isEmpty() ? tr("(bez nazwy)") : entry.name});
+                item->setData(0, kWheelRole, i);
+                item->setData(0, kFunctionRole, j);
+                if (!entry.icon.isEmpty()) item->setIcon(0, QIcon(directory.filePath(entry.icon)));
+                if (i == wheel && j == function) selected = item;
+            }
+        }
+        tree_->expandAll();
+        if (selected) tree_->setCurrentItem(selected);
+    }
+    onTreeSelection();
+}
+
+void WheelEditorPage::onTreeSelection() {
+    if (updating_) return;
+    const QTreeWidgetItem* item = tree_->currentItem();
+    currentWheel_ = item ? item->data(0, kWheelRole).toInt() : -1;
+    currentFunction_ = item ? item->data(0, kFunctionRole).toInt() : -1;
+    showFunction();
+    refreshPreview();
+}
+
+bool WheelEditorPage::hasCurrentWheel() const { return currentWheel_ >= 0 && currentWheel_ < document_.wheels.size(); }
+
+const WheelFunction* WheelEditorPage::selectedFunction() const {
+    if (!hasCurrentWheel()) return nullptr;
+    const QList<WheelFunction>& functions = document_.wheels[currentWheel_].functions;
+    if (currentFunction_ < 0 || currentFunction_ >= functions.size()) return nullptr;
+    return &functions[currentFunction_];
+}
+
+WheelFunction* WheelEditorPage::selectedFunction() {
+    return const_cast<WheelFunction*>(std::as_const(*this).selectedFunction());
+}
+
+bool WheelEditorPage::hasStepRow() const {
+    const WheelFunction* function = selectedFunction();
+    const int row = stepsList_->currentRow();
+    return function && row >= 0 && row < function->steps.size();
+}
+
+void WheelEditorPage::showFunction() {
+    const WheelFunction* function = selectedFunction();
+    functionPanel_->setEnabled(function != nullptr);
+    QScopedValueRollback<bool> quiet(updating_, true);
+    if (!function) {
+        nameEdit_->clear();
+        voiceEdit_->clear();
+        stepsList_->clear();
+        iconImage_->clear();
+        return;
+    }
+    nameEdit_->setText(function->name);
+    voiceEdit_->setText(function->voice);
+    delaySpin_->setValue(function->delay);
+    showColour(function->color);
+    showIcon(function->icon);
+    stepsList_->clear();
+    for (const Step& step : function->steps) stepsList_->addItem(StepSummary(step));
+}
+
+void WheelEditorPage::showColour(const QColor& colour) {
+    if (!colour.isValid()) {
+        colorButton_->setText(tr("domyślny"));
+        colorButton_->setStyleSheet(QString());
+        return;
+    }
+    // The name stays readable on any swatch: dark text on light colours.
+    const QString text = colour.lightness() > 128 ? QStringLiteral("#000") : QStringLiteral("#FFF");
+    colorButton_->setText(colour.name());
+    colorButton_->setStyleSheet(QStringLiteral("background:%1; color:%2;").arg(colour.name(), text));
+}
+
+void WheelEditorPage::showIcon(const QString& icon) {
+    if (icon.isEmpty()) {
+        iconImage_->clear();
+        iconButton_->setText(tr("Wybierz…"));
+        return;
+    }
+    iconImage_->setPixmap(QPixmap(QDir(fileDirectory()).filePath(icon)));
+    iconButton_->setText(QFileInfo(icon).completeBaseName());
+}
+
+void WheelEditorPage::onFieldsEdited() {
+    if (updating_) return;
+    WheelFunction* function = selectedFunction();
+    if (!function) return;
+    function->name = nameEdit_->text();
+    function->voice = voiceEdit_->text();
+    // A file may hold a delay beyond the box's range; editing the name must
+    // not quietly cut it down to what the box can show.
+    const int shownDelay = std::clamp(function->delay, delaySpin_->minimum(), delaySpin_->maximum());
+    if (delaySpin_->value() != shownDelay) function->delay = delaySpin_->value();
+    if (QTreeWidgetItem* item = tree_->currentItem())
+        item->setText(0, function->name.isEmpty() ? tr("(bez nazwy)") : function->name);
+    markModified();
+    refreshPreview();
+}
+
+void WheelEditorPage::pickColor() {
+    if (!selectedFunction()) return;
+    const QColor current = selectedFunction()->color;
+    const QColor start = current.isValid() ? current : themeById(currentThemeId()).colours[0];
+    // Cancelling stores the invalid colour: that is how a field goes back
+    // to the theme's colour ("domyślny").
+    const QColor chosen = QColorDialog::getColor(start, this, tr("Kolor pola"));
+    if (WheelFunction* function = selectedFunction()) function->color = chosen;
+    markModified();
+    showFunction();
+}
+
+void WheelEditorPage::pickIcon() {
+    if (!selectedFunction()) return;
+    IconPickerDialog dialog(fileDirectory() + QStringLiteral("/icons"), this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    if (WheelFunction* function = selectedFunction()) function->icon = dialog.chosenIcon();
+    markModified();
+    showFunction();
+}
+
+void WheelEditorPage::addWheel() {
+    if (!loaded_) return;
+    bool accepted = false;
+    const QString proposal = tr("Koło %1").arg(document_.wheels.size() + 1);
+    const QString name =
+        QInputDialog::getText(this, tr("Nowe koło"), tr("Nazwa koła:"), QLineEdit::Normal, proposal, &accepted);
+    if (!accepted) return;
+    document_.wheels.append({name, {}});
+    document_.multiWheel = true;
+    markModified();
+    rebuildTree(static_cast<int>(document_.wheels.size()) - 1, -1);
+}
+
+void WheelEditorPage::addAction() {
+    if (!hasCurrentWheel()) {
+        if (!loaded_ || document_.wheels.isEmpty()) return;
+        currentWheel_ = 0;
+    }
+    WheelFunction function;
+    function.name = tr("Nowa funkcja");
+    QList<WheelFunction>& functions = document_.wheels[currentWheel_].functions;
+    functions.append(function);
+    markModified();
+    rebuildTree(currentWheel_, static_cast<int>(functions.size()) - 1);
+}
+
+void WheelEditorPage::removeSelected() {
+    if (!hasCurrentWheel()) return;
+    if (selectedFunction()) {
+        document_.wheels[currentWheel_].functions.removeAt(currentFunction_);
+    } else {
+        if (document_.wheels.size() == 1) {
+            QMessageBox::information(this, tr("Edytor kół"), tr("Musi zostać przynajmniej jedno koło."));
+            return;
+        }
+        const QString question = tr("Usunąć koło \"%1\" wraz z funkcjami?").arg(document_.wheels[currentWheel_].name);
+        if (QMessageBox::question(this, tr("Edytor kół"), question, QMessageBox::Yes | QMessageBox::No) !=
+            QMessageBox::Yes)
+            return;
+        document_.wheels.removeAt(currentWheel_);
+    }
+    markModified();
+    rebuildTree(0, -1);
+}
+
+void WheelEditorPage::onActionKindChanged(int index) {
+    stepStack_->setCurrentIndex(index == int(StepKind::Open) ? 1 : 0);
+    amountSpin_->setEnabled(index == int(StepKind::Click) || index == int(StepKind::Hold));
+}
+
+void WheelEditorPage::onStepSelection() {
+    if (updating_ || !hasStepRow()) return;
+    const Step& step = selectedFunction()->steps[stepsList_->currentRow()];
+    QScopedValueRollback<bool> quiet(updating_, true);
+    actionCombo_->setCurrentIndex(int(step.kind));
+    if (step.kind == StepKind::Open) {
+        targetEdit_->setText(step.target);
+    } else {
+        keyCombo_->setCurrentText(step.key);
+        amountSpin_->setValue(step.value);
+    }
+}
+
+Step WheelEditorPage::stepFromFields() const {
+    Step step;
+    step.kind = static_cast<StepKind>(actionCombo_->currentIndex());
+    if (step.kind == StepKind::Open) {
+        step.target = targetEdit_->text().trimmed();
+        return step;
+    }
+    step.key = keyCombo_->currentText().trimmed();
+    if (step.kind == StepKind::Click) step.value = std::clamp(amountSpin_->value(), 1, 100);
+    if (step.kind == StepKind::Hold) step.value = amountSpin_->value();
+    return step;
+}
+
+void WheelEditorPage::stepAdd() {
+    WheelFunction* function = selectedFunction();
+    if (!function) return;
+    const Step step = stepFromFields();
+    if (step.kind == StepKind::Open ? step.target.isEmpty() : step.key.isEmpty()) return;
+    function->steps.append(step);
+    markModified();
+    showFunction();
+    stepsList_->setCurrentRow(static_cast<int>(function->steps.size()) - 1);
+}
+
+void WheelEditorPage::stepReplace() {
+    if (!hasStepRow()) return;
+    const int row = stepsList_->currentRow();
+    selectedFunction()->steps[row] = stepFromFields();
+    markModified();
+    showFunction();
+    stepsList_->setCurrentRow(row);
+}
+
+void WheelEditorPage::stepRemove() {
+    if (!hasStepRow()) return;
+    selectedFunction()->steps.removeAt(stepsList_->currentRow());
+    markModified();
+    showFunction();
+    stepsList_->setCurrentRow(-1);
+}
+
+void WheelEditorPage::stepMove(int delta) {
+    if (!hasStepRow()) return;
+    const int row = stepsList_->currentRow();
+    const int target = row + delta;
+    QList<Step>& steps = selectedFunction()->steps;
+    if (target < 0 || target >= steps.size()) return;
+    steps.swapItemsAt(row, target);
+    markModified();
+    showFunction();
+    stepsList_->setCurrentRow(target);
+}
+
+void WheelEditorPage::refreshPreview() {
+    if (!hasCurrentWheel()) {
+        preview_->setLabels({});
+        wheelCaption_->clear();
+        return;
+    }
+    const Wheel& wheel = document_.wheels[currentWheel_];
+    QStringList labels;
+    for (int i = 0; i < wheel.functions.size(); ++i)
+        labels.append(wheel.functions[i].name.isEmpty() ? QString::number(i + 1) : wheel.functions[i].name);
+    preview_->setLabels(labels);
+    preview_->setHighlighted(currentFunction_);
+    wheelCaption_->setText(wheel.name);
+}
+
+}  // namespace zirvel::frontend
