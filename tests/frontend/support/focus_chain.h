@@ -2,12 +2,21 @@
 // reader would call them.
 #pragma once
 
+#include <QAbstractSpinBox>
 #include <QAccessible>
+#include <QComboBox>
 #include <QWidget>
 
 #include <vector>
 
 namespace zirvel_test {
+
+// The line edit inside a spin box or an editable combo box is part of that
+// control: Tab and screen readers treat the two as one.
+inline bool IsInnerEditor(const QWidget* widget) {
+    const QWidget* parent = widget->parentWidget();
+    return qobject_cast<const QAbstractSpinBox*>(parent) || qobject_cast<const QComboBox*>(parent);
+}
 
 // The visible, enabled widgets that take focus with Tab, in focus-chain
 // order from `root`, once each.
@@ -18,7 +27,7 @@ inline std::vector<QWidget*> TabChain(QWidget* root) {
         widget = widget->nextInFocusChain();
         if (widget == root) break;
         if (widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) &&
-            root->isAncestorOf(widget)) {
+            root->isAncestorOf(widget) && !IsInnerEditor(widget)) {
             chain.push_back(widget);
         }
     }
