@@ -22,6 +22,7 @@
 #include <utility>
 
 #include "engine/overlay_exports.h"
+#include "frontend/elided_label.h"
 #include "frontend/frontend_identity.h"
 #include "frontend/icon_picker_dialog.h"
 #include "frontend/step_key_names.h"
@@ -79,7 +80,7 @@ QLayout* WheelEditorPage::buildToolRow() {
     saveButton_ = MakeButton(tr("Zapisz"), QStringLiteral("saveButton"), this);
     saveAsButton_ = MakeButton(tr("Zapisz jako…"), QStringLiteral("saveAsButton"), this);
     activateButton_ = MakeButton(tr("Aktywuj"), QStringLiteral("Primary"), this);
-    pathLabel_ = new QLabel(tr("(nie wczytano pliku)"), this);
+    pathLabel_ = new ElidedLabel(tr("(nie wczytano pliku)"), this);
     pathLabel_->setObjectName(QStringLiteral("pathLabel"));
     pathLabel_->setProperty("role", QStringLiteral("cardTitle"));
     connect(openButton_, &QPushButton::clicked, this, &WheelEditorPage::openFile);

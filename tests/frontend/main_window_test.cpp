@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QButtonGroup>
 #include <QCloseEvent>
+#include <QDir>
 #include <QEventLoop>
 #include <QFrame>
 #include <QLabel>
@@ -13,6 +14,8 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStackedWidget>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QSystemTrayIcon>
 #include <QTest>
 #include <QTimer>
@@ -154,6 +157,23 @@ private slots:
                                      QStringLiteral("Zainstalowana wersja: 0.9.0=cardTitle")}));
     }
 
+    void theStepArrowsShowTheirGlyphsInEveryTheme() {
+        MainWindow window;
+        window.show();
+        for (const auto& theme : zirvel::frontend::themes()) {
+            zirvel::frontend::applyTheme(theme.id);
+            for (const char* name : {"stepUpButton", "stepDownButton"}) {
+                auto* arrow = window.editor()->findChild<QPushButton*>(QLatin1String(name));
+                QStyleOptionButton option;
+                option.initFrom(arrow);
+                option.text = arrow->text();
+                const QRect contents = arrow->style()->subElementRect(QStyle::SE_PushButtonContents, &option, arrow);
+                QVERIFY2(contents.width() >= arrow->fontMetrics().horizontalAdvance(arrow->text()),
+                         qPrintable(theme.id + QLatin1Char(' ') + QLatin1String(name)));
+            }
+        }
+    }
+
     void themeSwatchesUseTheFirstAndFourthColours() {
         MainWindow window;
         QStringList sheets;
@@ -203,6 +223,18 @@ private slots:
         QCOMPARE(window.editor()->filePath(), zirvel_test::ProgramFile(QStringLiteral("voice.json")));
         QCOMPARE(FrontEndSettings().value(QStringLiteral("lastWheelFile")).toString(),
                  zirvel_test::ProgramFile(QStringLiteral("voice.json")));
+    }
+
+    void aLongFilePathDoesNotWidenTheWindow() {
+        MainWindow window;
+        const int before = window.minimumSizeHint().width();
+        const QString folder = QStringLiteral("bardzo-dluga-nazwa-folderu-z-kolami-do-gier-").repeated(4);
+        QVERIFY(QDir().mkpath(zirvel_test::ProgramFile(folder)));
+        QVERIFY(WriteProgramFile(folder + QStringLiteral("/gra.json"), R"({"actions": []})"));
+        window.editor()->loadFile(zirvel_test::ProgramFile(folder + QStringLiteral("/gra.json")));
+        QCOMPARE(window.editor()->filePath(), zirvel_test::ProgramFile(folder + QStringLiteral("/gra.json")));
+        QCOMPARE(window.minimumSizeHint().width(), before);
+        QDir(zirvel_test::ProgramFile(folder)).removeRecursively();
     }
 
     void thePrimaryButtonTogglesTheWheel() {
