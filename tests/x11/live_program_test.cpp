@@ -234,11 +234,9 @@ TEST_F(LiveProgramTest, ASecondInstanceSaysSoAndEndsWithZero) {
     EXPECT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms));
 }
 
-// What the program's main window shows once it has settled, started with
-// the given front-end theme; 0 when it did not show.
-std::uint64_t MainWindowPicture(ProgramUnderTest& program, XConnection& user, const std::string& theme) {
-    program.SetFrontEndSetting("theme", theme);
-    if (!program.Start()) return 0;
+// The program's main window (called "Zirvel", like its message boxes, but
+// the only one this wide); 0 when it does not show within 5 s.
+Window FindMainWindow(XConnection& user) {
     Window window = 0;
     WaitUntil(
         [&] {
@@ -248,6 +246,28 @@ std::uint64_t MainWindowPicture(ProgramUnderTest& program, XConnection& user, co
             return window != 0;
         },
         5000ms);
+    return window;
+}
+
+// The window manager's close button: WM_DELETE_WINDOW to the window.
+void PressCloseButton(XConnection& user, Window window) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(user.Get(), "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(user.Get(), "WM_DELETE_WINDOW", False));
+    event.xclient.data.l[1] = CurrentTime;
+    XSendEvent(user.Get(), window, False, NoEventMask, &event);
+    XFlush(user.Get());
+}
+
+// What the program's main window shows once it has settled, started with
+// the given front-end theme; 0 when it did not show.
+std::uint64_t MainWindowPicture(ProgramUnderTest& program, XConnection& user, const std::string& theme) {
+    program.SetFrontEndSetting("theme", theme);
+    if (!program.Start()) return 0;
+    const Window window = FindMainWindow(user);
     std::uint64_t picture = 0;
     if (window != 0) {
         const XConnection::Geometry area = user.WindowGeometry(window);
@@ -275,30 +295,10 @@ TEST_F(LiveProgramTest, TheStoredThemeAppliesAtStartAndAnUnknownOneFallsBackToFl
     EXPECT_NE(neon, fluent);
 }
 
-// The window manager's close button: WM_DELETE_WINDOW to the window.
-void PressCloseButton(XConnection& user, Window window) {
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(user.Get(), "WM_PROTOCOLS", False);
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(XInternAtom(user.Get(), "WM_DELETE_WINDOW", False));
-    event.xclient.data.l[1] = CurrentTime;
-    XSendEvent(user.Get(), window, False, NoEventMask, &event);
-    XFlush(user.Get());
-}
-
 TEST_F(LiveProgramTest, TheCloseButtonHidesTheWindowAndTheProgramGoesOn) {
     StartProgram();
-    Window window = 0;
-    ASSERT_TRUE(WaitUntil(
-        [&] {
-            for (Window candidate : user_.FindWindows("Zirvel")) {
-                if (user_.IsMapped(candidate) && user_.WindowGeometry(candidate).width >= 800) window = candidate;
-            }
-            return window != 0;
-        },
-        5000ms));
+    const Window window = FindMainWindow(user_);
+    ASSERT_NE(window, 0u);
     PressCloseButton(user_, window);
     EXPECT_TRUE(WaitUntil([&] { return !user_.IsMapped(window); }, 3000ms)) << "the window still shows";
     std::this_thread::sleep_for(300ms);
@@ -386,6 +386,11 @@ TEST_F(CompositedTest, TheDesktopShowsThroughTheCentreHoleAndTheRingIsTranslucen
                                                  std::vector<std::string>{"DISPLAY=" + server_.Name()},
                                                  program_.Directory() / "xcompmgr.txt");
     StartProgram();
+    // The program's window goes to the tray, so the wheel shows over the application.
+    const Window window = FindMainWindow(user_);
+    ASSERT_NE(window, 0u);
+    PressCloseButton(user_, window);
+    ASSERT_TRUE(WaitUntil([&] { return !user_.IsMapped(window); }, 3000ms));
     const int centreX = (1920 - kWheelWidth) / 2 + 294;
     const int centreY = (1080 - kWheelHeight) / 2 + 230;
     // The stand-in application is mid grey everywhere.
