@@ -13,7 +13,7 @@ out=build/demo
 rm -rf "$out"
 mkdir -p "$out/program" "$out/runtime"
 chmod 700 "$out/runtime"
-cp build/linux/src/app/zirvel "$out/program/"
+cp -r build/linux/src/app/zirvel build/linux/src/app/themes build/linux/src/app/icons build/linux/src/app/zirvel.ico "$out/program/"
 cat >"$out/program/config.json" <<'JSON'
 {"toggleKey": "f8", "sendDelay": 200, "keyHold": 30, "segmentColor": "#3498db",
  "gazeEnabled": false, "voiceEnabled": false}
@@ -43,6 +43,8 @@ exec 3>&-
 for _ in $(seq 100); do [[ -s "$out/display-number" ]] && break; sleep 0.05; done
 export DISPLAY=":$(head -n1 "$out/display-number")"
 export XDG_RUNTIME_DIR="$PWD/$out/runtime"
+# The front-end's settings (theme, last wheels file) stay in the demo folder.
+export XDG_CONFIG_HOME="$PWD/$out/settings"
 pids=("$xvfb")
 trap 'kill "${pids[@]}" 2>/dev/null || true' EXIT
 
@@ -55,15 +57,18 @@ shot() {  # shot NAME: the whole screen as build/demo/NAME.png
 xcompmgr &                      # blends the translucent wheel with the desktop
 pids+=($!)
 
-xterm -geometry 90x24+60+60 -fa 'DejaVu Sans Mono' -fs 12 -title 'Gra (xterm)' &
-pids+=($!)
-sleep 1
-xdotool search --name 'Gra \(xterm\)' windowfocus --sync
 "$out/program/zirvel" >"$out/zirvel.log" 2>&1 &
 pids+=($!)
 for _ in $(seq 100); do [[ -S "$out/runtime/ZirvelEngineRunning" ]] && break; sleep 0.05; done
 
 echo "Screenshots:"
+sleep 0.5
+shot 00-main-window
+# The game opens over Zirvel's window, as it would on a desktop.
+xterm -geometry 90x24+60+60 -fa 'DejaVu Sans Mono' -fs 12 -title 'Gra (xterm)' &
+pids+=($!)
+sleep 1
+xdotool search --name 'Gra \(xterm\)' windowfocus --sync
 shot 01-desktop
 xdotool mousemove 640 400 key F8
 shot 02-wheel-shown

@@ -79,6 +79,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     layout->addWidget(pages_, 1);
     setCentralWidget(central);
 
+    // Every page takes its style now, so the window opens wide enough for
+    // the widest one instead of growing when that page first shows.
+    ensurePolished();
     buildTray();
     refreshStatus();
     auto* timer = new QTimer(this);

@@ -50,12 +50,13 @@ QString WriteSampleWheels() {
     return path;
 }
 
-// What the X server shows in the window's area, once two grabs in a row agree.
+// What the X server shows in the window's area, once two grabs in a row agree
+// (the window may still be growing to fit a page's style).
 QImage GrabSettled(QWidget& window) {
-    const QRect area = window.frameGeometry();
     QImage previous;
     for (int attempt = 0; attempt < 40; ++attempt) {
         QTest::qWait(50);
+        const QRect area = window.frameGeometry();
         QImage current = QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
         if (!previous.isNull() && current == previous) return current;
         previous = std::move(current);
@@ -95,6 +96,7 @@ private slots:
             for (int row = 0; row < 5; ++row) {
                 window.sidebar()->setCurrentRow(row);
                 const QImage shot = GrabSettled(window);
+                QVERIFY2(window.width() >= window.minimumSizeHint().width(), qPrintable(theme.id));
                 const QString name = theme.id + QStringLiteral("-%1-%2").arg(row).arg(QLatin1String(kPageNames[row]));
                 QVERIFY(shot.save(QStringLiteral(ZIRVEL_SCREENSHOT_DIRECTORY "/") + name + QStringLiteral(".png")));
                 QString why;
