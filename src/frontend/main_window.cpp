@@ -36,12 +36,16 @@ namespace {
 
 constexpr int kEditorRow = 1;
 
-QFrame* MakeSettingsCard(QVBoxLayout*& layout) {
+// A settings card under its heading; `layout` receives the card's rows.
+QFrame* MakeSettingsCard(const QString& heading, QVBoxLayout*& layout) {
     auto* card = new QFrame;
     card->setObjectName(QStringLiteral("Card"));
     layout = new QVBoxLayout(card);
     layout->setContentsMargins(14, 12, 14, 12);
     layout->setSpacing(8);
+    auto* headingLabel = new QLabel(heading);
+    SetRole(headingLabel, "value");
+    layout->addWidget(headingLabel);
     return card;
 }
 
@@ -133,10 +137,7 @@ QWidget* MainWindow::buildSettingsPage() {
 
 QWidget* MainWindow::buildThemeCard() {
     QVBoxLayout* layout = nullptr;
-    QFrame* card = MakeSettingsCard(layout);
-    auto* heading = new QLabel(tr("Motyw interfejsu"));
-    SetRole(heading, "value");
-    layout->addWidget(heading);
+    QFrame* card = MakeSettingsCard(tr("Motyw interfejsu"), layout);
     auto* group = new QButtonGroup(card);
     group->setExclusive(true);
     for (const Theme& theme : themes()) {
@@ -161,15 +162,12 @@ QWidget* MainWindow::buildThemeCard() {
 
 QWidget* MainWindow::buildUpdatesCard() {
     QVBoxLayout* layout = nullptr;
-    QFrame* card = MakeSettingsCard(layout);
-    auto* heading = new QLabel(tr("Aktualizacje"));
-    SetRole(heading, "value");
+    QFrame* card = MakeSettingsCard(tr("Aktualizacje"), layout);
     auto* version = new QLabel(tr("Zainstalowana wersja: %1").arg(kVersion));
     SetRole(version, "cardTitle");
     auto* check = new QPushButton(tr("Sprawdź aktualizacje…"));
     check->setObjectName(QStringLiteral("checkUpdates"));
     connect(check, &QPushButton::clicked, this, [] { update::CheckForUpdatesWithUi(); });
-    layout->addWidget(heading);
     layout->addWidget(version);
     layout->addWidget(check, 0, Qt::AlignLeft);
     return card;

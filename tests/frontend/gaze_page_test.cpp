@@ -22,7 +22,7 @@ namespace {
 
 const QString kConfig = QStringLiteral("config.json");
 
-QJsonObject ConfigOnDisk() { return QJsonDocument::fromJson(ReadProgramFile(kConfig)).object(); }
+QJsonObject ConfigOnDisk() { return zirvel_test::ReadProgramJson(kConfig); }
 
 // Moves the slider the way a mouse drag does: pressed, moved, let go.
 void DragSlider(QSlider* slider, int value) {

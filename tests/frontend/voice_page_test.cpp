@@ -29,7 +29,7 @@ namespace {
 const QString kConfig = QStringLiteral("config.json");
 const QString kGlobalCommands = QStringLiteral("voice.json");
 
-QJsonObject ConfigOnDisk() { return QJsonDocument::fromJson(ReadProgramFile(kConfig)).object(); }
+QJsonObject ConfigOnDisk() { return zirvel_test::ReadProgramJson(kConfig); }
 
 QStringList Items(const QListWidget* list) {
     QStringList items;

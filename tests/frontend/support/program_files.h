@@ -3,6 +3,8 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSaveFile>
 #include <QString>
 
@@ -14,6 +16,9 @@ inline QByteArray ReadProgramFile(const QString& name) {
     QFile file(ProgramFile(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
+
+// The program file's JSON object (empty when missing or not an object).
+inline QJsonObject ReadProgramJson(const QString& name) { return QJsonDocument::fromJson(ReadProgramFile(name)).object(); }
 
 inline bool WriteProgramFile(const QString& name, const QByteArray& content) {
     QSaveFile file(ProgramFile(name));
