@@ -22,6 +22,7 @@
 #include <utility>
 
 #include "engine/overlay_exports.h"
+#include "frontend/cards.h"
 #include "frontend/elided_label.h"
 #include "frontend/frontend_identity.h"
 #include "frontend/icon_picker_dialog.h"
@@ -45,7 +46,7 @@ QPushButton* MakeButton(const QString& text, const QString& objectName, QWidget*
 // for screen readers through the buddy link.
 QLabel* MakeCaption(const QString& text, QWidget* buddy, QWidget* parent) {
     auto* caption = new QLabel(text, parent);
-    caption->setProperty("role", QStringLiteral("cardTitle"));
+    SetRole(caption, "cardTitle");
     if (buddy) caption->setBuddy(buddy);
     return caption;
 }
@@ -82,7 +83,7 @@ QLayout* WheelEditorPage::buildToolRow() {
     activateButton_ = MakeButton(tr("Aktywuj"), QStringLiteral("Primary"), this);
     pathLabel_ = new ElidedLabel(tr("(nie wczytano pliku)"), this);
     pathLabel_->setObjectName(QStringLiteral("pathLabel"));
-    pathLabel_->setProperty("role", QStringLiteral("cardTitle"));
+    SetRole(pathLabel_, "cardTitle");
     connect(openButton_, &QPushButton::clicked, this, &WheelEditorPage::openFile);
     connect(saveButton_, &QPushButton::clicked, this, [this] { saveFile(false); });
     connect(saveAsButton_, &QPushButton::clicked, this, [this] { saveFile(true); });
@@ -248,7 +249,7 @@ QLayout* WheelEditorPage::buildStepButtonsRow() {
 QLayout* WheelEditorPage::buildPreviewColumn() {
     wheelCaption_ = new QLabel(this);
     wheelCaption_->setObjectName(QStringLiteral("wheelCaption"));
-    wheelCaption_->setProperty("role", QStringLiteral("value"));
+    SetRole(wheelCaption_, "value");
     wheelCaption_->setAlignment(Qt::AlignCenter);
     preview_ = new WheelPreview(this);
     preview_->setObjectName(QStringLiteral("preview"));
@@ -290,7 +291,6 @@ void WheelEditorPage::setTabOrderAndNames() {
     stepUpButton_->setAccessibleName(tr("Przesuń krok w górę"));
     stepDownButton_->setAccessibleName(tr("Przesuń krok w dół"));
     wheelCaption_->setAccessibleName(tr("Nazwa koła w podglądzie"));
-    preview_->setAccessibleName(tr("Podgląd koła"));
 }
 
 void WheelEditorPage::loadFile(const QString& path) {

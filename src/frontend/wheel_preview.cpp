@@ -64,15 +64,19 @@ void WheelPreview::setLabels(const QStringList& labels) {
 int WheelPreview::shownLabelCount() const { return std::min(segmentCount_, static_cast<int>(labels_.size())); }
 
 void WheelPreview::updateAccessibleDescription() {
+    QString description;
     if (labels_.isEmpty()) {
-        setAccessibleDescription(tr("Pola koła: %1.").arg(segmentCount_));
-        return;
+        description = tr("Pola koła: %1.").arg(segmentCount_);
+    } else {
+        const int shown = shownLabelCount();
+        description = tr("Pola koła (%1): %2.")
+                          .arg(QString::number(segmentCount_), labels_.mid(0, shown).join(QStringLiteral(", ")));
+        if (highlighted_ >= 0 && highlighted_ < shown)
+            description += QLatin1Char(' ') + tr("Wybrane: %1.").arg(labels_[highlighted_]);
     }
-    const int shown = shownLabelCount();
-    QString description =
-        tr("Pola koła (%1): %2.").arg(QString::number(segmentCount_), labels_.mid(0, shown).join(QStringLiteral(", ")));
-    if (highlighted_ >= 0 && highlighted_ < shown) description += QLatin1Char(' ') + tr("Wybrane: %1.").arg(labels_[highlighted_]);
-    setAccessibleDescription(description);
+    // The start page sets the count every 1.5 s; a screen reader hears of
+    // a change only when there is one.
+    if (description != accessibleDescription()) setAccessibleDescription(description);
 }
 
 void WheelPreview::paintEvent(QPaintEvent*) {
