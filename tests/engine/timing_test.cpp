@@ -146,8 +146,9 @@ TEST_P(TimingTest, GazeSteersAgainOnlyAfterSevenHundredMillisecondsOfStillness) 
     }
     ASSERT_NE(steeredAgain, 0u);
     // The first tick more than 700 ms after the motion: 705 on the virtual
-    // clock's 15 ms grid.
-    ExpectAfter(moved, steeredAgain, 705, "stillness");
+    // clock's 15 ms grid; on the real clock ticks fall anywhere, so any
+    // tick past 700 ms is on time.
+    ExpectAfter(moved, steeredAgain, Virtual() ? 705 : 701, "stillness");
 }
 
 INSTANTIATE_TEST_SUITE_P(Clocks, TimingTest,
