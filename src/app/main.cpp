@@ -21,8 +21,6 @@
 #include "frontend/main_window.h"
 #include "frontend/themes.h"
 #include "update/updater.h"
-#include "voice/voice_dispatch.h"
-#include "voice/voice_phrases.h"
 
 namespace {
 
@@ -52,9 +50,7 @@ zirvel::app::ControlHandlers ControlHandlers() {
     zirvel::app::ControlHandlers handlers;
     handlers.activate = [](const QString& path) { return zirvel::ActivateHandedOverWheelFile(path.toStdU16String()); };
     handlers.say = [](const QString& text) {
-        zirvel::EngineState& engine = zirvel::Engine();
-        return zirvel::DispatchRecognizedText(engine.phrases, zirvel::LowerVoicePhrase(text.toStdU16String()),
-                                              zirvel::EngineVoiceTarget(engine));
+        return zirvel::DispatchHandedOverPhrase(zirvel::Engine(), text.toStdU16String());
     };
     return handlers;
 }

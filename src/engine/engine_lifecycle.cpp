@@ -17,6 +17,8 @@ namespace {
 
 constexpr std::uint32_t kGazeStopWait = 1500;
 constexpr std::uint32_t kVoiceStopWait = 2000;
+// The tray tip's fixed field holds 128 units with its terminator.
+constexpr std::size_t kTrayTipLimit = 127;
 
 std::mutex bodiesLock;
 BackgroundBody gazeBody;
@@ -80,6 +82,7 @@ bool StartEngine(bool showMessages) {
     if (!problems.empty() && showMessages) {
         system.ShowWarning(Concat({u"Problemy z konfiguracją:\n\n", problems}));
     }
+    if (showMessages) system.AddTrayIcon(TrayIconTip(settings.toggleKey));
 
     if (settings.gazeEnabled) {
         MatchThreadToSetting(true, engine.gazeThread, gazeBody, engine.gazeStatus, kGazeStopWait);
@@ -95,11 +98,33 @@ bool StartEngine(bool showMessages) {
     return true;
 }
 
+bool StartEngineOnce(bool showMessages) {
+    EngineState& engine = Engine();
+    if (engine.engineStarted) return true;  // stays set for the life of the process
+    if (!engine.platform) return false;
+    engine.engineStarted = StartEngine(showMessages);
+    return engine.engineStarted;
+}
+
+std::u16string TrayIconTip(const std::u16string& toggleKey) {
+    std::u16string tip = Concat({u"Zirvel — '", toggleKey, u"' pokazuje nakładkę"});
+    if (tip.size() > kTrayTipLimit) tip.resize(kTrayTipLimit);
+    return tip;
+}
+
 void StopEngine() {
     EngineState& engine = Engine();
     if (engine.wheelVisible) HideWheel();
     HideGrid();
     HideHints();
+    engine.gazeThread.Stop(kGazeStopWait);
+    engine.voiceThread.Stop(kVoiceStopWait);
+    engine.platform->UnregisterHotKey();
+}
+
+void DetachEngineFromSystem() {
+    EngineState& engine = Engine();
+    if (engine.wheelVisible) HideWheel();
     engine.gazeThread.Stop(kGazeStopWait);
     engine.voiceThread.Stop(kVoiceStopWait);
     engine.platform->UnregisterHotKey();

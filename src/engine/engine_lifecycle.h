@@ -16,7 +16,16 @@ void SetVoiceThreadBody(BackgroundBody body);
 // and starts the enabled threads. `showMessages` is the stand-alone host's
 // flag: configuration problems in a box and a tray icon of its own.
 bool StartEngine(bool showMessages);
+// StartEngine the first time it is called; afterwards true at once, also
+// after StopEngine (the exports' and the stand-alone host's start).
+bool StartEngineOnce(bool showMessages);
 void StopEngine();
+// What the engine's main window does when it is destroyed ("Zakończ" in
+// its tray menu): hides the wheel, stops the threads and lets go of the
+// hot key, leaving the pictures and the process to the host.
+void DetachEngineFromSystem();
+// The tip of the stand-alone host's tray icon.
+std::u16string TrayIconTip(const std::u16string& toggleKey);
 void ReloadEngineConfiguration();
 // True when the file held a wheel with functions; otherwise nothing changes.
 bool ActivateWheelFile(const std::u16string& path);

@@ -14,4 +14,8 @@ VoiceDispatchTarget EngineVoiceTarget(EngineState& engine) {
     return target;
 }
 
+bool DispatchHandedOverPhrase(EngineState& engine, std::u16string_view phrase) {
+    return DispatchRecognizedText(engine.phrases, LowerVoicePhrase(phrase), EngineVoiceTarget(engine));
+}
+
 }  // namespace zirvel

@@ -11,11 +11,7 @@ using namespace zirvel;
 extern "C" {
 
 std::uint8_t OverlayEngineStart(void) {
-    EngineState& engine = Engine();
-    if (engine.engineStarted) return 1;  // stays set for the life of the process
-    if (!engine.platform) return 0;
-    engine.engineStarted = StartEngine(false);
-    return engine.engineStarted ? 1 : 0;
+    return StartEngineOnce(false) ? 1 : 0;
 }
 
 void OverlayEngineStop(void) {

@@ -131,6 +131,9 @@ public:
     // --- Messages -------------------------------------------------------------
     // GUI. A modal warning box titled "Zirvel".
     virtual void ShowWarning(const std::u16string& text) = 0;
+    // GUI. Adds the engine's own tray icon with `tip` (only the stand-alone
+    // engine host asks for one; under the front-end its tray is the one).
+    virtual void AddTrayIcon(const std::u16string& tip) = 0;
     // GUI. A balloon on the engine's own tray icon (only the stand-alone
     // engine host has one).
     virtual void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) = 0;

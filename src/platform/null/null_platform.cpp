@@ -448,9 +448,15 @@ void NullPlatform::ShowWarning(const std::u16string& text) {
     warnings_.push_back(text);
 }
 
-}  // namespace zirvel
+void NullPlatform::AddTrayIcon(const std::u16string& tip) {
+    std::lock_guard lock(mutex_);
+    trayTips_.push_back(tip);
+}
 
-namespace zirvel {
+std::vector<std::u16string> NullPlatform::TrayIconTips() const {
+    std::lock_guard lock(mutex_);
+    return trayTips_;
+}
 
 void NullPlatform::ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool) {
     std::lock_guard lock(mutex_);

@@ -78,6 +78,7 @@ public:
     std::vector<CursorMove> CursorMoves() const;
     std::vector<std::u16string> Warnings() const;
     std::vector<std::u16string> TrayNotices() const;  // "title|text"
+    std::vector<std::u16string> TrayIconTips() const;  // one per tray icon added
     std::vector<WindowHandle> ForegroundRequests() const;
     SurfaceState SurfaceAt(Surface surface) const;
     std::optional<KeyCode> RegisteredHotKey() const;
@@ -121,6 +122,7 @@ public:
     bool MouseButtonsSwapped() override;
     void OpenTarget(const std::u16string& target) override;
     void ShowWarning(const std::u16string& text) override;
+    void AddTrayIcon(const std::u16string& tip) override;
     void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) override;
 
 private:
@@ -166,6 +168,7 @@ private:
     std::vector<OpenedTarget> opened_;
     std::vector<std::u16string> warnings_;
     std::vector<std::u16string> trayNotices_;
+    std::vector<std::u16string> trayTips_;
 };
 
 }  // namespace zirvel

@@ -505,6 +505,10 @@ void X11Platform::ShowWarning(const std::u16string& text) {
     box->show();
 }
 
+// The Linux program always runs under the front-end, whose tray icon is the
+// program's; the engine adds none of its own.
+void X11Platform::AddTrayIcon(const std::u16string&) {}
+
 void X11Platform::ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) {
     if (!QSystemTrayIcon::isSystemTrayAvailable()) {
         std::fprintf(stderr, "%s: %s\n", Utf16ToUtf8(title).c_str(), Utf16ToUtf8(text).c_str());

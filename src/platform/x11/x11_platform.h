@@ -74,6 +74,7 @@ public:
     bool MouseButtonsSwapped() override;
     void OpenTarget(const std::u16string& target) override;
     void ShowWarning(const std::u16string& text) override;
+    void AddTrayIcon(const std::u16string& tip) override;
     void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) override;
 
 private:

@@ -1,0 +1,300 @@
+#include "platform/win32/win32_platform.h"
+
+#include <objbase.h>
+
+#include <chrono>
+#include <thread>
+
+#include "platform/win32/engine_window_protocol.h"
+
+namespace zirvel::win32 {
+namespace {
+
+// The one platform of the process, for the window and hook procedures.
+Win32Platform* current = nullptr;
+
+constexpr DWORD kMainWindowStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+constexpr DWORD kWheelExStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_LAYERED | WS_EX_NOACTIVATE;
+constexpr DWORD kGridExStyle = kWheelExStyle | WS_EX_TRANSPARENT;  // the mouse goes through
+
+const wchar_t* Wide(const std::u16string& text) { return reinterpret_cast<const wchar_t*>(text.c_str()); }
+
+ScreenRect FromRect(const RECT& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
+
+ScreenRect WholeMonitor(HMONITOR monitor) {
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    if (!monitor || !GetMonitorInfoW(monitor, &info)) return {};
+    return FromRect(info.rcMonitor);  // the whole monitor, taskbar included
+}
+
+void RegisterClass(HINSTANCE instance, const wchar_t* name, WNDPROC procedure, bool cursor, bool icon,
+                   HBRUSH background = nullptr) {
+    WNDCLASSEXW windowClass{};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = instance;
+    windowClass.hCursor = cursor ? LoadCursorW(nullptr, IDC_ARROW) : nullptr;
+    windowClass.hIcon = icon ? LoadIconW(nullptr, IDI_APPLICATION) : nullptr;
+    windowClass.hbrBackground = background;
+    windowClass.lpszClassName = name;
+    RegisterClassExW(&windowClass);
+}
+
+// Brings `window` to the foreground with the input of `attachTo`'s thread
+// attached to this one, which Windows requires of a background process.
+void ForegroundThroughAttachedInput(HWND attachTo, HWND window) {
+    const DWORD self = GetCurrentThreadId();
+    const DWORD other = attachTo ? GetWindowThreadProcessId(attachTo, nullptr) : 0;
+    const bool attached = other != 0 && other != self && AttachThreadInput(self, other, TRUE);
+    SetForegroundWindow(window);
+    if (attached) AttachThreadInput(self, other, FALSE);
+}
+
+}  // namespace
+
+Win32Platform::Win32Platform(HINSTANCE instance) : instance_(instance) {
+    current = this;
+    SetProcessDPIAware();  // the engine works in physical pixels
+    RegisterClass(instance, kMainWindowClass, MainWindowProcedure, true, true);
+    RegisterClass(instance, kWheelWindowClass, WheelWindowProcedure, true, false);
+    RegisterClass(instance, kGridWindowClass, DefWindowProcW, false, false);
+    RegisterClass(instance, kEditorWindowClass, DefWindowProcW, true, true,
+                  reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1)));
+    uiFont_ = CreateFontW(-15, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                          CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"Segoe UI");
+    main_ = CreateWindowExW(0, kMainWindowClass, L"Zirvel", kMainWindowStyle, CW_USEDEFAULT, CW_USEDEFAULT, 560, 570,
+                            nullptr, nullptr, instance, nullptr);
+    wheel_ = CreateWindowExW(kWheelExStyle, kWheelWindowClass, L"", WS_POPUP, 0, 0, 588, 460, nullptr, nullptr,
+                             instance, nullptr);
+    grid_ = CreateWindowExW(kGridExStyle, kGridWindowClass, L"", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr,
+                            instance, nullptr);
+}
+
+Win32Platform::~Win32Platform() {
+    if (captured_) EndPointerCapture();
+    RemoveTrayIcon();
+    if (grid_) DestroyWindow(grid_);
+    if (wheel_) DestroyWindow(wheel_);
+    if (main_ && ::IsWindow(main_)) {
+        destroyed_ = nullptr;
+        DestroyWindow(main_);
+    }
+    if (uiFont_) DeleteObject(uiFont_);
+    if (current == this) current = nullptr;
+}
+
+LRESULT CALLBACK Win32Platform::MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!current) return DefWindowProcW(window, message, wParam, lParam);
+    return current->OnMainWindowMessage(window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK Win32Platform::WheelWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!current) return DefWindowProcW(window, message, wParam, lParam);
+    return current->OnWheelWindowMessage(window, message, wParam, lParam);
+}
+
+void Win32Platform::SetEventSink(PlatformEvents* events) { events_ = events; }
+
+void Win32Platform::Deliver(EngineMessage message) {
+    if (events_) events_->OnMessage(std::move(message));
+}
+
+// --- Threads and time ------------------------------------------------------------
+
+void Win32Platform::Post(EngineMessage message) {
+    const UINT code = WM_APP + static_cast<UINT>(message.kind);
+    switch (message.kind) {
+        case EngineMessageKind::Select:
+            PostMessageW(wheel_, code, 0, 0);
+            return;
+        case EngineMessageKind::ElementScanResult: {
+            // The receiver owns and frees the record; a failed post frees it here.
+            ElementScanResult* result = message.scanResult.release();
+            if (!PostMessageW(main_, code, 0, reinterpret_cast<LPARAM>(result))) delete result;
+            return;
+        }
+        case EngineMessageKind::SkippedPhrases: {
+            auto* text = new std::u16string(std::move(message.text));
+            if (!PostMessageW(main_, code, 0, reinterpret_cast<LPARAM>(text))) delete text;
+            return;
+        }
+        case EngineMessageKind::VoiceCommand:
+        case EngineMessageKind::RunWheelFunction:
+        case EngineMessageKind::RunGlobalFunction:
+            PostMessageW(main_, code, static_cast<WPARAM>(message.first), static_cast<LPARAM>(message.second));
+            return;
+    }
+}
+
+std::uint64_t Win32Platform::TickCount() { return GetTickCount64(); }
+
+void Win32Platform::Sleep(std::uint32_t milliseconds) { ::Sleep(milliseconds); }
+
+void Win32Platform::RunDetached(std::function<void()> job) { std::thread(std::move(job)).detach(); }
+
+void Win32Platform::StartWheelTimer(std::uint32_t periodMilliseconds) {
+    SetTimer(wheel_, kWheelTimerId, periodMilliseconds, nullptr);
+}
+
+void Win32Platform::StopWheelTimer() { KillTimer(wheel_, kWheelTimerId); }
+
+// --- Hot key --------------------------------------------------------------------------
+
+bool Win32Platform::RegisterHotKey(const KeyCode& key) {
+    return ::RegisterHotKey(main_, kHotKeyId, MOD_NOREPEAT, key.vk) != FALSE;
+}
+
+void Win32Platform::UnregisterHotKey() { ::UnregisterHotKey(main_, kHotKeyId); }
+
+// --- Pointer ----------------------------------------------------------------------------
+
+LRESULT CALLBACK Win32Platform::LowLevelMouseProcedure(int code, WPARAM wParam, LPARAM lParam) {
+    const auto* event = reinterpret_cast<const MSLLHOOKSTRUCT*>(lParam);
+    // Physical events belong to the wheel while it shows; injected ones
+    // (ours, other tools') pass.
+    if (code == HC_ACTION && current && current->captured_ && !(event->flags & LLMHF_INJECTED)) {
+        if (wParam == WM_LBUTTONDOWN) PostMessageW(current->wheel_, WM_APP + static_cast<UINT>(EngineMessageKind::Select), 0, 0);
+        return 1;
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void Win32Platform::BeginPointerCapture(ScreenPoint pinned) {
+    captured_ = true;
+    // A hook that could not be installed is tried again at the next show.
+    if (!mouseHook_) mouseHook_ = SetWindowsHookExW(WH_MOUSE_LL, LowLevelMouseProcedure, GetModuleHandleW(nullptr), 0);
+    const RECT pin{pinned.x, pinned.y, pinned.x + 1, pinned.y + 1};
+    ClipCursor(&pin);
+    RAWINPUTDEVICE mouse{1, 2, RIDEV_INPUTSINK, wheel_};  // generic desktop, mouse
+    RegisterRawInputDevices(&mouse, 1, sizeof mouse);
+}
+
+void Win32Platform::EndPointerCapture() {
+    RAWINPUTDEVICE mouse{1, 2, RIDEV_REMOVE, nullptr};
+    RegisterRawInputDevices(&mouse, 1, sizeof mouse);
+    ClipCursor(nullptr);
+    if (mouseHook_) {
+        UnhookWindowsHookEx(mouseHook_);
+        mouseHook_ = nullptr;
+    }
+    captured_ = false;
+}
+
+ScreenPoint Win32Platform::CursorPosition() {
+    POINT point{};
+    GetCursorPos(&point);
+    return {point.x, point.y};
+}
+
+void Win32Platform::SetCursorPosition(ScreenPoint point) { SetCursorPos(point.x, point.y); }
+
+// --- Focus -------------------------------------------------------------------------------
+
+WindowHandle Win32Platform::ForegroundWindow() { return reinterpret_cast<WindowHandle>(GetForegroundWindow()); }
+
+bool Win32Platform::IsWindow(WindowHandle window) { return ::IsWindow(reinterpret_cast<HWND>(window)) != FALSE; }
+
+void Win32Platform::GiveForeground(WindowHandle window) {
+    // Attached to the input of whoever holds the foreground now.
+    ForegroundThroughAttachedInput(GetForegroundWindow(), reinterpret_cast<HWND>(window));
+}
+
+void Win32Platform::TakeForegroundForWheel(WindowHandle foreground) {
+    ForegroundThroughAttachedInput(reinterpret_cast<HWND>(foreground), wheel_);
+}
+
+// --- Screens ------------------------------------------------------------------------------
+
+ScreenRect Win32Platform::MonitorRect(ScreenPoint point, bool nearest) {
+    return WholeMonitor(
+        MonitorFromPoint(POINT{point.x, point.y}, nearest ? MONITOR_DEFAULTTONEAREST : MONITOR_DEFAULTTOPRIMARY));
+}
+
+ScreenRect Win32Platform::ForegroundMonitorRect() {
+    return WholeMonitor(MonitorFromWindow(GetForegroundWindow(), MONITOR_DEFAULTTOPRIMARY));
+}
+
+ScreenPoint Win32Platform::PrimaryScreenSize() { return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }
+
+// --- Overlay surfaces ---------------------------------------------------------------------
+
+void Win32Platform::PlaceSurface(Surface surface, ScreenRect rect) {
+    SetWindowPos(SurfaceWindow(surface), HWND_TOPMOST, rect.left, rect.top, rect.Width(), rect.Height(),
+                 SWP_NOACTIVATE);
+}
+
+void Win32Platform::ShowSurface(Surface surface) {
+    HWND window = SurfaceWindow(surface);
+    if (surface == Surface::Wheel) {
+        ShowWindow(window, SW_SHOWNOACTIVATE);
+        SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    } else {
+        SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    }
+}
+
+void Win32Platform::HideSurface(Surface surface) { ShowWindow(SurfaceWindow(surface), SW_HIDE); }
+
+void Win32Platform::PresentPicture(Surface surface, ScreenPoint position, const Picture& picture) {
+    (surface == Surface::Wheel ? wheelPicture_ : gridPicture_).Present(SurfaceWindow(surface), position, picture);
+}
+
+ScreenRect Win32Platform::SurfaceRect(Surface surface) {
+    RECT rect{};
+    GetWindowRect(SurfaceWindow(surface), &rect);
+    return FromRect(rect);
+}
+
+// --- Injection ------------------------------------------------------------------------------
+
+void Win32Platform::InjectKey(std::uint16_t vk, bool extended, bool press) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = vk;
+    // A hardware-like scan code, for games that read scan codes.
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(vk, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = KEYEVENTF_SCANCODE | (extended ? KEYEVENTF_EXTENDEDKEY : 0) | (press ? 0 : KEYEVENTF_KEYUP);
+    SendInput(1, &input, sizeof input);
+}
+
+void Win32Platform::InjectMouseButton(std::uint32_t button, bool press) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;  // no move flag: at the real cursor
+    switch (button) {
+        case 0:
+            input.mi.dwFlags = press ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+            break;
+        case 1:
+            input.mi.dwFlags = press ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_RIGHTUP;
+            break;
+        case 2:
+            input.mi.dwFlags = press ? MOUSEEVENTF_MIDDLEDOWN : MOUSEEVENTF_MIDDLEUP;
+            break;
+        case 3:
+        case 4:
+            input.mi.dwFlags = press ? MOUSEEVENTF_XDOWN : MOUSEEVENTF_XUP;
+            input.mi.mouseData = button == 3 ? XBUTTON1 : XBUTTON2;
+            break;
+        default:
+            break;  // no such button: a record without effect
+    }
+    SendInput(1, &input, sizeof input);
+}
+
+bool Win32Platform::MouseButtonsSwapped() { return GetSystemMetrics(SM_SWAPBUTTON) != 0; }
+
+void Win32Platform::OpenTarget(const std::u16string& target) {
+    // The shell may hand the target to COM objects; the run's thread is new.
+    const HRESULT com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
+    ShellExecuteW(nullptr, L"open", Wide(target), nullptr, nullptr, SW_SHOWNORMAL);
+    if (SUCCEEDED(com)) CoUninitialize();
+}
+
+// --- Messages ---------------------------------------------------------------------------------
+
+void Win32Platform::ShowWarning(const std::u16string& text) {
+    MessageBoxW(nullptr, Wide(text), L"Zirvel", MB_ICONWARNING);
+}
+
+}  // namespace zirvel::win32

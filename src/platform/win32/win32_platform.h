@@ -1,0 +1,114 @@
+// The engine's platform on Windows: its three windows (main, wheel, grid)
+// and their procedures, the hot key, the low-level mouse hook, ClipCursor
+// and raw input while the wheel shows, SendInput, focus, monitors, the
+// shell and the tray. Construct it on the thread that pumps its messages
+// (the GUI thread); it lives as long as the process runs the engine.
+#pragma once
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+#include <shellapi.h>
+
+#include <atomic>
+#include <functional>
+
+#include "engine/platform.h"
+#include "platform/win32/layered_picture.h"
+
+namespace zirvel::win32 {
+
+class Win32Platform final : public Platform {
+public:
+    // Makes the process DPI-aware, registers the four window classes and
+    // creates the hidden main, wheel and grid windows.
+    explicit Win32Platform(HINSTANCE instance);
+    ~Win32Platform() override;
+    Win32Platform(const Win32Platform&) = delete;
+    Win32Platform& operator=(const Win32Platform&) = delete;
+
+    HWND MainWindow() const { return main_; }
+    HWND WheelWindow() const { return wheel_; }
+    HWND GridWindow() const { return grid_; }
+    HFONT UiFont() const { return uiFont_; }
+    // "Edytor funkcji…" was clicked.
+    void SetOpenEditorHandler(std::function<void()> handler) { openEditor_ = std::move(handler); }
+    // The main window was destroyed ("Zakończ"), after the engine let go of
+    // the system; the stand-alone host ends its message loop here.
+    void SetMainWindowDestroyedHandler(std::function<void()> handler) { destroyed_ = std::move(handler); }
+
+    void SetEventSink(PlatformEvents* events) override;
+    void Post(EngineMessage message) override;
+    std::uint64_t TickCount() override;
+    void Sleep(std::uint32_t milliseconds) override;
+    void RunDetached(std::function<void()> job) override;
+    void StartWheelTimer(std::uint32_t periodMilliseconds) override;
+    void StopWheelTimer() override;
+    bool RegisterHotKey(const KeyCode& key) override;
+    void UnregisterHotKey() override;
+    void BeginPointerCapture(ScreenPoint pinned) override;
+    void EndPointerCapture() override;
+    ScreenPoint CursorPosition() override;
+    void SetCursorPosition(ScreenPoint point) override;
+    WindowHandle ForegroundWindow() override;
+    bool IsWindow(WindowHandle window) override;
+    void GiveForeground(WindowHandle window) override;
+    void TakeForegroundForWheel(WindowHandle current) override;
+    ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
+    ScreenRect ForegroundMonitorRect() override;
+    ScreenPoint PrimaryScreenSize() override;
+    void PlaceSurface(Surface surface, ScreenRect rect) override;
+    void ShowSurface(Surface surface) override;
+    void HideSurface(Surface surface) override;
+    void PresentPicture(Surface surface, ScreenPoint position, const Picture& picture) override;
+    ScreenRect SurfaceRect(Surface surface) override;
+    void InjectKey(std::uint16_t vk, bool extended, bool press) override;
+    void InjectMouseButton(std::uint32_t button, bool press) override;
+    bool MouseButtonsSwapped() override;
+    void OpenTarget(const std::u16string& target) override;
+    void ShowWarning(const std::u16string& text) override;
+    void AddTrayIcon(const std::u16string& tip) override;
+    void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) override;
+
+private:
+    static LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK WheelWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK LowLevelMouseProcedure(int code, WPARAM wParam, LPARAM lParam);
+
+    // engine_main_window.cpp
+    LRESULT OnMainWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void PaintHelpPage(HWND window);
+    void ShowTrayMenu();
+    void ShowMainWindow();
+    LRESULT OnCopyData(const COPYDATASTRUCT& data);
+    void RemoveTrayIcon();
+    // wheel_window.cpp
+    LRESULT OnWheelWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void OnRawInput(HRAWINPUT input);
+
+    void Deliver(EngineMessage message);
+    HWND SurfaceWindow(Surface surface) const { return surface == Surface::Wheel ? wheel_ : grid_; }
+
+    HINSTANCE instance_ = nullptr;
+    HWND main_ = nullptr;
+    HWND wheel_ = nullptr;
+    HWND grid_ = nullptr;
+    HFONT uiFont_ = nullptr;
+    PlatformEvents* events_ = nullptr;
+    std::function<void()> openEditor_;
+    std::function<void()> destroyed_;
+
+    HHOOK mouseHook_ = nullptr;
+    // Read by the hook and raw input: physical mouse events belong to the
+    // wheel while it is set.
+    bool captured_ = false;
+
+    NOTIFYICONDATAW trayIcon_{};
+    bool trayAdded_ = false;
+
+    LayeredPicture wheelPicture_;
+    LayeredPicture gridPicture_;
+};
+
+}  // namespace zirvel::win32
