@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds Zirvel for Linux and for Windows and runs every test: natively, and
-# under Wine on a private X server for the Windows build.
+# under Wine on a private X server for the Windows build, whose programs
+# are then played live from the Linux build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -13,3 +14,5 @@ for preset in linux linux-tsan windows; do
   echo "=== $preset: tests"
   ctest --preset "$preset"
 done
+echo "=== windows-live: the Windows programs under Wine"
+ctest --preset windows-live

@@ -1,0 +1,206 @@
+// A stand-in for the game or application the user works in, for the live
+// tests under Wine. It covers most of the screen, and writes one line per
+// observation to the log file named on its command line:
+//   key down|up vk=HH scan=HH ext=0|1 t=MS     keys as the window receives them
+//   button left|right|middle|x1|x2 down|up X Y t=MS   at screen X, Y
+//   focus in|out                                keyboard focus of its window
+//   engine up                                   the engine's main window exists
+//   wheel shown L T R B t=MS | wheel hidden t=MS
+//   window Zirvel shown | window Zirvel hidden  the engine's help window
+//   box TITLE|TEXT                              a message box (then closed with OK)
+//   hotkey taken|refused                        with --take-hotkey
+// Lines of the file named by --commands are carried out once each:
+//   post-main MESSAGE WPARAM LPARAM             posted to the engine's main window
+//   quit
+// Options: --take-hotkey VK (hex) registers that hot key first, --swap-buttons
+// swaps the mouse buttons for the session.
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <cstdio>
+#include <cwchar>
+#include <string>
+#include <vector>
+
+namespace {
+
+FILE* logFile = nullptr;
+std::wstring commandsPath;
+std::size_t commandsDone = 0;
+HWND self = nullptr;
+
+void Log(const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    std::vfprintf(logFile, format, arguments);
+    va_end(arguments);
+    std::fputc('\n', logFile);
+    std::fflush(logFile);
+}
+
+std::string Utf8(const std::wstring& text) {
+    std::string bytes;
+    for (wchar_t c : text) {
+        if (c == L'\n') {
+            bytes += "\\n";
+            continue;
+        }
+        char buffer[8];
+        const int length = WideCharToMultiByte(CP_UTF8, 0, &c, 1, buffer, sizeof buffer, nullptr, nullptr);
+        bytes.append(buffer, static_cast<std::size_t>(length > 0 ? length : 0));
+    }
+    return bytes;
+}
+
+std::wstring WindowText(HWND window) {
+    wchar_t text[1024] = {};
+    GetWindowTextW(window, text, 1024);
+    return text;
+}
+
+void LogKey(const char* direction, WPARAM wParam, LPARAM lParam) {
+    Log("key %s vk=%02X scan=%02X ext=%d t=%llu", direction, static_cast<unsigned>(wParam),
+        static_cast<unsigned>((lParam >> 16) & 0xFF), static_cast<int>((lParam >> 24) & 1), GetTickCount64());
+}
+
+void LogButton(const char* button, const char* direction, LPARAM lParam) {
+    POINT at{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+    ClientToScreen(self, &at);
+    Log("button %s %s %ld %ld t=%llu", button, direction, at.x, at.y, GetTickCount64());
+}
+
+// Message boxes titled "Zirvel": logged with their text, then answered OK.
+BOOL CALLBACK LogMessageBox(HWND window, LPARAM) {
+    wchar_t className[64] = {};
+    GetClassNameW(window, className, 64);
+    if (std::wcscmp(className, L"#32770") != 0 || !IsWindowVisible(window)) return TRUE;
+    std::wstring text;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        wchar_t childClass[64] = {};
+        GetClassNameW(child, childClass, 64);
+        if (_wcsicmp(childClass, L"Static") == 0 && !WindowText(child).empty()) text = WindowText(child);
+    }
+    Log("box %s|%s", Utf8(WindowText(window)).c_str(), Utf8(text).c_str());
+    PostMessageW(window, WM_COMMAND, IDOK, 0);
+    return TRUE;
+}
+
+void RunCommands() {
+    if (commandsPath.empty()) return;
+    FILE* file = _wfopen(commandsPath.c_str(), L"r");
+    if (!file) return;
+    std::vector<std::string> lines;
+    char line[512];
+    while (std::fgets(line, sizeof line, file)) lines.emplace_back(line);
+    std::fclose(file);
+    for (; commandsDone < lines.size(); ++commandsDone) {
+        const std::string& command = lines[commandsDone];
+        unsigned message = 0;
+        unsigned long long wParam = 0;
+        long long lParam = 0;
+        if (std::sscanf(command.c_str(), "post-main %u %llu %lld", &message, &wParam, &lParam) == 3) {
+            PostMessageW(FindWindowW(L"RadialOverlayMain", nullptr), message, static_cast<WPARAM>(wParam),
+                         static_cast<LPARAM>(lParam));
+        } else if (command.rfind("quit", 0) == 0) {
+            PostQuitMessage(0);
+        }
+    }
+}
+
+// What other windows show, polled every 5 ms.
+struct Watched {
+    bool engineUp = false;
+    bool wheelShown = false;
+    bool helpShown = false;
+};
+Watched watched;
+
+void Watch() {
+    HWND main = FindWindowW(L"RadialOverlayMain", nullptr);
+    if (main && !watched.engineUp) Log("engine up");
+    watched.engineUp = main != nullptr;
+    const bool helpShown = main && IsWindowVisible(main);
+    if (helpShown != watched.helpShown) Log("window Zirvel %s", helpShown ? "shown" : "hidden");
+    watched.helpShown = helpShown;
+    HWND wheel = FindWindowW(L"RadialOverlayWheel", nullptr);
+    const bool wheelShown = wheel && IsWindowVisible(wheel);
+    if (wheelShown && !watched.wheelShown) {
+        RECT rect{};
+        GetWindowRect(wheel, &rect);
+        Log("wheel shown %ld %ld %ld %ld t=%llu", rect.left, rect.top, rect.right, rect.bottom, GetTickCount64());
+    } else if (!wheelShown && watched.wheelShown) {
+        Log("wheel hidden t=%llu", GetTickCount64());
+    }
+    watched.wheelShown = wheelShown;
+    EnumWindows(LogMessageBox, 0);
+    RunCommands();
+}
+
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_KEYDOWN:
+        case WM_SYSKEYDOWN:
+            LogKey("down", wParam, lParam);
+            return 0;
+        case WM_KEYUP:
+        case WM_SYSKEYUP:
+            LogKey("up", wParam, lParam);
+            return 0;
+        case WM_LBUTTONDOWN: LogButton("left", "down", lParam); return 0;
+        case WM_LBUTTONUP: LogButton("left", "up", lParam); return 0;
+        case WM_RBUTTONDOWN: LogButton("right", "down", lParam); return 0;
+        case WM_RBUTTONUP: LogButton("right", "up", lParam); return 0;
+        case WM_MBUTTONDOWN: LogButton("middle", "down", lParam); return 0;
+        case WM_MBUTTONUP: LogButton("middle", "up", lParam); return 0;
+        case WM_XBUTTONDOWN: LogButton(HIWORD(wParam) == XBUTTON1 ? "x1" : "x2", "down", lParam); return TRUE;
+        case WM_XBUTTONUP: LogButton(HIWORD(wParam) == XBUTTON1 ? "x1" : "x2", "up", lParam); return TRUE;
+        case WM_SETFOCUS: Log("focus in"); return 0;
+        case WM_KILLFOCUS: Log("focus out"); return 0;
+        case WM_TIMER: Watch(); return 0;
+        case WM_DESTROY: PostQuitMessage(0); return 0;
+        default: return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+}  // namespace
+
+int main() {
+    int count = 0;
+    LPWSTR* arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (count < 2) return 2;
+    logFile = _wfopen(arguments[1], L"wb");
+    if (!logFile) return 2;
+    unsigned takeHotKey = 0;
+    bool swapped = false;
+    for (int i = 2; i < count; ++i) {
+        if (std::wcscmp(arguments[i], L"--commands") == 0 && i + 1 < count) commandsPath = arguments[++i];
+        else if (std::wcscmp(arguments[i], L"--take-hotkey") == 0 && i + 1 < count) takeHotKey = std::wcstoul(arguments[++i], nullptr, 16);
+        else if (std::wcscmp(arguments[i], L"--swap-buttons") == 0) {
+            SwapMouseButton(TRUE);
+            swapped = true;
+        }
+    }
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = Procedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_WINDOW + 1));
+    windowClass.lpszClassName = L"ZirvelTestApplication";
+    RegisterClassW(&windowClass);
+    self = CreateWindowExW(0, L"ZirvelTestApplication", L"Zirvel test application", WS_POPUP | WS_VISIBLE, 0, 0,
+                           1280, 1000, nullptr, nullptr, windowClass.hInstance, nullptr);
+    if (takeHotKey != 0) Log("hotkey %s", RegisterHotKey(self, 7, MOD_NOREPEAT, takeHotKey) ? "taken" : "refused");
+    SetForegroundWindow(self);
+    SetTimer(self, 1, 5, nullptr);
+    Log("ready");
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    if (swapped) SwapMouseButton(FALSE);
+    std::fclose(logFile);
+    return 0;
+}

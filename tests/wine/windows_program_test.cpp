@@ -1,0 +1,266 @@
+// zirvel-engine.exe and its tools under Wine, used as a person would: the
+// hot key, mouse motion and clicks played with XTest while a Win32
+// application has the focus, phrases and files handed over by
+// zirvel-say.exe and zirvel-activate.exe. The application's log says what
+// reached it.
+#include <gtest/gtest.h>
+
+#include <X11/keysym.h>
+
+#include <fstream>
+#include <thread>
+
+#include "wine_session.h"
+
+namespace zirvel_test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr char kConfig[] = R"({"toggleKey": "x", "sendDelay": 150, "keyHold": 40, "takeFocus": false})";
+// Up: "a"; right: the Up arrow (an extended key); down: hold Shift; left:
+// release Shift.
+constexpr char kWheels[] = R"({"wheels": [{"name": "Test", "actions": [
+  {"name": "A", "key": "a"},
+  {"name": "Up", "key": "up"},
+  {"name": "Shift down", "steps": [{"key": "shift", "action": "hold"}]},
+  {"name": "Shift up", "steps": [{"key": "shift", "action": "release"}]}]}]})";
+
+// Xvfb's one 1280 x 1024 monitor: the wheel's 588 x 460 window centred on it.
+constexpr char kWheelCentred[] = "wheel shown 346 282 934 742";
+// Where the real cursor waits while the wheel shows.
+constexpr int kCursorX = 200;
+constexpr int kCursorY = 150;
+
+class WindowsProgramTest : public ::testing::Test {
+protected:
+    WindowsProgramTest() : WindowsProgramTest(kConfig) {}
+    explicit WindowsProgramTest(const std::string& config, const std::string& wheels = kWheels)
+        : session_(config, wheels) {}
+
+    void SetUp() override {
+        ASSERT_TRUE(session_.Ready()) << "no Xvfb, or no Wine prefix in the Windows build (run its tests first)";
+        ASSERT_TRUE(session_.StartApplication(options_)) << "the test application did not start";
+        session_.User().MoveMouseTo(kCursorX, kCursorY);
+        ASSERT_TRUE(session_.StartEngine()) << "zirvel-engine.exe did not start";
+    }
+
+    // By the hot key, or by voice while a held modifier would make the key another one.
+    void ShowWheel(bool byVoice = false) {
+        const std::size_t before = session_.Log().size();
+        if (byVoice) {
+            ASSERT_EQ(session_.RunTool("zirvel-say.exe", "pokaż koło"), 0);
+        } else {
+            session_.User().PressKey(XK_x);
+        }
+        const auto shown = session_.WaitForLine("wheel shown", 5000ms, before);
+        ASSERT_TRUE(shown) << "the wheel did not show";
+        EXPECT_EQ(shown->substr(0, std::string(kWheelCentred).size()), kWheelCentred);
+        // Raw input and the hook are in place once the show's handler returned.
+        std::this_thread::sleep_for(100ms);
+    }
+
+    // Raw motion: one count moves the virtual cursor one pixel.
+    void MoveBy(int dx, int dy) {
+        session_.User().MoveMouseBy(dx, dy);
+        std::this_thread::sleep_for(60ms);  // a few of the wheel's 15 ms ticks
+    }
+
+    // The first two key lines after `skip`, once both came.
+    std::vector<std::string> WaitForKeys(std::size_t count, std::size_t skip) {
+        WaitUntil([&] { return session_.Lines("key ", skip).size() >= count; }, 5000ms);
+        return session_.Lines("key ", skip);
+    }
+
+    std::vector<std::string> options_;
+    WineSession session_;
+};
+
+TEST_F(WindowsProgramTest, HotKeyShowsTheWheelCentredOnTheMonitorAndHidesIt) {
+    ShowWheel();
+    const std::size_t shown = session_.Log().size();
+    session_.User().PressKey(XK_x);
+    EXPECT_TRUE(session_.WaitForLine("wheel hidden", 5000ms, shown));
+    // The hot key's presses never reach the application (its releases do, as on Windows).
+    EXPECT_TRUE(session_.Lines("key down").empty());
+}
+
+TEST_F(WindowsProgramTest, RawMotionPicksTheTopFieldAt46CountsAndTheClickTypesItsKey) {
+    ShowWheel();
+    const std::size_t shown = session_.Log().size();
+    MoveBy(0, -45);  // still in the centre hole
+    session_.User().ClickButton(1);
+    std::this_thread::sleep_for(300ms);
+    EXPECT_TRUE(session_.Lines("wheel hidden", shown).empty()) << "a click in the hole closed the wheel";
+    // The real pointer did not move, and the application saw no click.
+    EXPECT_EQ(session_.User().Pointer(), std::make_pair(kCursorX, kCursorY));
+    EXPECT_TRUE(session_.Lines("button ").empty());
+
+    MoveBy(0, -1);  // 46 from the centre: the top field
+    session_.User().ClickButton(1);
+    const auto hidden = session_.WaitForLine("wheel hidden", 5000ms, shown);
+    ASSERT_TRUE(hidden);
+    const std::vector<std::string> keys = WaitForKeys(2, shown);
+    ASSERT_EQ(keys.size(), 2u);
+    EXPECT_EQ(keys[0].substr(0, 26), "key down vk=41 scan=1E ext");
+    EXPECT_EQ(Field(keys[0], "ext"), 0);
+    EXPECT_EQ(keys[1].substr(0, 24), "key up vk=41 scan=1E ext");
+    // After sendDelay (150 ms), held keyHold (40 ms); the hide is seen within 5 ms.
+    const long long delay = Field(keys[0], "t") - Field(*hidden, "t");
+    EXPECT_GE(delay, 140);
+    EXPECT_LE(delay, 150 + 80);
+    const long long held = Field(keys[1], "t") - Field(keys[0], "t");
+    EXPECT_GE(held, 38);
+    EXPECT_LE(held, 40 + 60);
+    EXPECT_TRUE(session_.Lines("button ").empty());
+    EXPECT_EQ(session_.User().Pointer(), std::make_pair(kCursorX, kCursorY));
+}
+
+TEST_F(WindowsProgramTest, ExtendedKeysCarryTheExtendedFlagBothWays) {
+    ShowWheel();
+    const std::size_t shown = session_.Log().size();
+    MoveBy(100, 0);  // right of the centre: field 1, the Up arrow
+    session_.User().ClickButton(1);
+    const std::vector<std::string> keys = WaitForKeys(2, shown);
+    ASSERT_EQ(keys.size(), 2u);
+    EXPECT_EQ(keys[0].substr(0, 26), "key down vk=26 scan=48 ext");
+    EXPECT_EQ(keys[1].substr(0, 24), "key up vk=26 scan=48 ext");
+    EXPECT_EQ(Field(keys[0], "ext"), 1);
+    EXPECT_EQ(Field(keys[1], "ext"), 1);
+}
+
+TEST_F(WindowsProgramTest, HoldAndReleaseAcrossTwoFunctions) {
+    ShowWheel();
+    const std::size_t first = session_.Log().size();
+    MoveBy(0, 100);  // below: hold Shift
+    session_.User().ClickButton(1);
+    std::vector<std::string> keys = WaitForKeys(1, first);
+    ASSERT_EQ(keys.size(), 1u);
+    EXPECT_EQ(keys[0].substr(0, 20), "key down vk=10 scan=");
+    std::this_thread::sleep_for(300ms);
+    EXPECT_EQ(session_.Lines("key ", first).size(), 1u) << "Shift went up without a release step";
+
+    ShowWheel(true);  // Shift+X is not the hot key
+    MoveBy(-100, 0);  // left: release Shift
+    session_.User().ClickButton(1);
+    keys = WaitForKeys(2, first);
+    ASSERT_EQ(keys.size(), 2u);
+    EXPECT_EQ(keys[1].substr(0, 18), "key up vk=10 scan=");
+}
+
+TEST_F(WindowsProgramTest, FocusReturnsToTheApplicationAfterTheWheel) {
+    ShowWheel();
+    const std::size_t shown = session_.Log().size();
+    MoveBy(0, -100);
+    session_.User().ClickButton(1);
+    ASSERT_TRUE(session_.WaitForLine("key down", 5000ms, shown));
+    const std::vector<std::string> focus = session_.Lines("focus ");
+    ASSERT_FALSE(focus.empty());
+    EXPECT_EQ(focus.back(), "focus in");
+}
+
+class TakeFocusTest : public WindowsProgramTest {
+protected:
+    TakeFocusTest()
+        : WindowsProgramTest(R"({"toggleKey": "x", "sendDelay": 150, "keyHold": 40, "takeFocus": true})") {}
+};
+
+TEST_F(TakeFocusTest, TheWheelTakesTheForeground) {
+    const std::size_t before = session_.Log().size();
+    ShowWheel();
+    EXPECT_TRUE(session_.WaitForLine("focus out", 3000ms, before)) << "the wheel did not take the foreground";
+}
+
+class SwappedButtonsTest : public WindowsProgramTest {
+protected:
+    SwappedButtonsTest()
+        : WindowsProgramTest(kConfig, R"({"wheels": [{"name": "M", "actions": [{"name": "L", "key": "lpm"}]}]})") {
+        options_ = {"--swap-buttons"};
+    }
+};
+
+TEST_F(SwappedButtonsTest, ALeftClickStepClicksThePrimaryButton) {
+    ShowWheel();
+    const std::size_t shown = session_.Log().size();
+    MoveBy(0, -100);
+    session_.User().ClickButton(1);
+    // The engine sends the physical right button, at the real cursor.
+    // Windows turns it into the primary button's messages; Wine delivers the
+    // physical button as it is, which shows what was sent.
+    const auto down = session_.WaitForLine("button ", 5000ms, shown);
+    ASSERT_TRUE(down);
+    EXPECT_EQ(down->substr(0, 26), "button right down 200 150 ");
+}
+
+TEST_F(WindowsProgramTest, TheGridPutsTheCursorAtTheCentresAndClicksThere) {
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0);
+    EXPECT_TRUE(WaitUntil([this] { return session_.User().Pointer() == std::make_pair(640, 512); }, 3000ms));
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "siedem"), 0);
+    EXPECT_TRUE(WaitUntil([this] { return session_.User().Pointer() == std::make_pair(800, 384); }, 3000ms));
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "kliknij"), 0);
+    const auto down = session_.WaitForLine("button left down", 5000ms);
+    ASSERT_TRUE(down);
+    EXPECT_EQ(down->substr(0, 25), "button left down 800 384 ");
+    EXPECT_TRUE(session_.WaitForLine("button left up 800 384 ", 5000ms));
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "to nie jest komenda"), 1);
+}
+
+TEST_F(WindowsProgramTest, ActivatingAFileAnswersWhetherAWheelWasTaken) {
+    std::ofstream(session_.Directory() / "games.json")
+        << R"({"wheels": [{"name": "G", "actions": [{"name": "Z", "key": "z"}]}]})";
+    std::ofstream(session_.Directory() / "empty.json") << R"({"wheels": [{"name": "E", "actions": []}]})";
+    EXPECT_EQ(session_.RunTool("zirvel-activate.exe", WineSession::WindowsPath(session_.Directory() / "empty.json")), 1);
+    EXPECT_EQ(session_.RunTool("zirvel-activate.exe", WineSession::WindowsPath(session_.Directory() / "games.json")), 0);
+    // The activated wheel has one field, "z", all round the ring.
+    ShowWheel();
+    const std::size_t shown = session_.Log().size();
+    MoveBy(0, 100);
+    session_.User().ClickButton(1);
+    const auto key = session_.WaitForLine("key down", 5000ms, shown);
+    ASSERT_TRUE(key);
+    EXPECT_EQ(Field(*key, "vk"), 0x5A);
+}
+
+TEST_F(WindowsProgramTest, ASecondStartSaysZirvelRunsAndEndsWithZero) {
+    auto second = session_.StartEngineProcess();
+    const auto box = session_.WaitForLine("box ", 30000ms);
+    ASSERT_TRUE(box);
+    EXPECT_EQ(*box, "box Zirvel|Zirvel już działa — sprawdź ikonę w zasobniku systemowym.");
+    EXPECT_EQ(second->WaitForExit(10000ms), 0);
+    // The first one still answers.
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0);
+}
+
+TEST_F(WindowsProgramTest, TheHelpWindowOpensFromItsCommandAndIsCaptured) {
+    session_.Command("post-main 273 1001 0");  // WM_COMMAND "Pokaż okno"
+    ASSERT_TRUE(session_.WaitForLine("window Zirvel shown", 5000ms));
+    std::this_thread::sleep_for(500ms);  // painted
+    std::filesystem::create_directories(ZIRVEL_SCREENSHOTS);
+    EXPECT_TRUE(session_.Screenshot(std::filesystem::path(ZIRVEL_SCREENSHOTS) / "help-window.png"));
+    session_.Command("post-main 16 0 0");  // WM_CLOSE hides it
+    EXPECT_TRUE(session_.WaitForLine("window Zirvel hidden", 5000ms));
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0) << "closing the window stopped the engine";
+}
+
+TEST(WindowsToolsTest, WithoutARunningEngineTheToolsSaySoWithThree) {
+    WineSession session("", "");
+    ASSERT_TRUE(session.Ready());
+    EXPECT_EQ(session.RunTool("zirvel-say.exe", "pokaż siatkę"), 3);
+    EXPECT_EQ(session.RunTool("zirvel-activate.exe", "default.json"), 3);
+}
+
+class TakenHotKeyTest : public WindowsProgramTest {
+protected:
+    TakenHotKeyTest() { options_ = {"--take-hotkey", "58"}; }
+};
+
+TEST_F(TakenHotKeyTest, ATakenHotKeyGivesTheWarningAndTheEngineStillRuns) {
+    ASSERT_TRUE(session_.WaitForLine("hotkey taken", 1000ms));
+    const auto box = session_.WaitForLine("box ", 30000ms);
+    ASSERT_TRUE(box);
+    EXPECT_EQ(*box, "box Zirvel|Nie udało się zarejestrować globalnego skrótu 'x'.\\nByć może inny program już go używa.");
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0);
+}
+
+}  // namespace
+}  // namespace zirvel_test

@@ -1,0 +1,185 @@
+#include "wine_session.h"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include "engine/picture_png.h"
+
+namespace zirvel_test {
+namespace {
+
+using namespace std::chrono_literals;
+
+const std::filesystem::path kWindowsBuild = ZIRVEL_WINDOWS_BUILD;
+const std::filesystem::path kPrefix = kWindowsBuild / "wineprefix";
+
+std::filesystem::path ScratchDirectory() {
+    static int counter = 0;
+    std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                 ("zirvel_wine_" + std::to_string(getpid()) + "_" + std::to_string(++counter));
+    std::filesystem::remove_all(path);
+    std::filesystem::create_directories(path);
+    return path;
+}
+
+void WriteText(const std::filesystem::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+}  // namespace
+
+long long Field(const std::string& line, const std::string& name) {
+    const std::size_t at = line.find(" " + name + "=");
+    if (at == std::string::npos) return -1;
+    return std::stoll(line.substr(at + name.size() + 2), nullptr, name == "vk" || name == "scan" ? 16 : 10);
+}
+
+std::string WineSession::WindowsPath(const std::filesystem::path& path) {
+    std::string text = "Z:" + path.string();
+    for (char& c : text) {
+        if (c == '/') c = '\\';
+    }
+    return text;
+}
+
+WineSession::WineSession(const std::string& config, const std::string& wheels) : server_(1280, 1024) {
+    if (!server_.Running()) return;
+    user_ = std::make_unique<XConnection>(server_.Name());
+    if (!user_->Get()) return;
+    directory_ = ScratchDirectory();
+    const std::filesystem::path programs = kWindowsBuild / "src" / "app";
+    for (const char* name : {"zirvel-engine.exe", "zirvel-activate.exe", "zirvel-say.exe"}) {
+        std::filesystem::copy_file(programs / name, directory_ / name);
+    }
+    std::filesystem::copy(programs / "icons", directory_ / "icons", std::filesystem::copy_options::recursive);
+    if (!config.empty()) WriteText(directory_ / "config.json", config);
+    if (!wheels.empty()) WriteText(directory_ / "default.json", wheels);
+    WriteText(directory_ / "voice.json", R"({"actions": []})");
+    WriteText(directory_ / "commands.txt", "");
+    EndWine();  // a server left by an earlier session would serve its X display
+    ready_ = std::filesystem::exists(kPrefix / "system.reg");
+}
+
+WineSession::~WineSession() {
+    EndWine();
+    engines_.clear();
+    application_.reset();
+    user_.reset();
+    std::error_code ignored;
+    if (!directory_.empty()) std::filesystem::remove_all(directory_, ignored);
+}
+
+std::vector<std::string> WineSession::Environment() const {
+    return {"DISPLAY=" + server_.Name(), "WINEPREFIX=" + kPrefix.string(), "WINEDEBUG=-all",
+            // No Mono or Gecko installers; a crash ends the program instead of waiting in the debugger.
+            "WINEDLLOVERRIDES=mscoree,mshtml=;winedbg.exe=d", "LC_ALL=C.UTF-8"};
+}
+
+std::unique_ptr<ChildProcess> WineSession::Run(const std::vector<std::string>& command) {
+    std::vector<std::string> line = {"wine"};
+    line.insert(line.end(), command.begin(), command.end());
+    return std::make_unique<ChildProcess>(line, Environment(), directory_ / "wine-output.txt");
+}
+
+void WineSession::EndWine() const {
+    ChildProcess kill({"wineserver", "-k"}, Environment(), "/dev/null");
+    kill.WaitForExit(10s);
+    ChildProcess wait({"wineserver", "-w"}, Environment(), "/dev/null");
+    wait.WaitForExit(10s);
+}
+
+bool WineSession::StartApplication(const std::vector<std::string>& options) {
+    std::vector<std::string> command = {(kWindowsBuild / "tests" / "win32" / "zirvel_test_application.exe").string(),
+                                        WindowsPath(directory_ / "application.log"), "--commands",
+                                        WindowsPath(directory_ / "commands.txt")};
+    command.insert(command.end(), options.begin(), options.end());
+    application_ = Run(command);
+    if (!WaitForLine("ready", 60s)) return false;
+    FocusApplication();
+    return WaitForLine("focus in", 10s).has_value();
+}
+
+void WineSession::FocusApplication() {
+    Window window = 0;
+    WaitUntil([&] { return (window = user_->FindWindow("Zirvel test application")) != 0; }, 10s);
+    if (window == 0) return;
+    XRaiseWindow(user_->Get(), window);
+    XSetInputFocus(user_->Get(), window, RevertToParent, CurrentTime);
+    XSync(user_->Get(), False);
+}
+
+std::unique_ptr<ChildProcess> WineSession::StartEngineProcess() { return Run({(directory_ / "zirvel-engine.exe").string()}); }
+
+bool WineSession::StartEngine() {
+    engines_.push_back(StartEngineProcess());
+    if (!WaitForLine("engine up", 60s)) return false;
+    // The main window knows the phrases only once the start has run (hot
+    // key, files, phrases); a box shown during the start delays that.
+    return WaitUntil([this] { return RunTool("zirvel-say.exe", "schowaj siatkę") == 0; }, 30s, 200ms);
+}
+
+int WineSession::RunTool(const std::string& program, const std::string& argument) {
+    auto tool = Run({(directory_ / program).string(), argument});
+    return tool->WaitForExit(30s).value_or(-1);
+}
+
+void WineSession::Command(const std::string& line) {
+    std::ofstream(directory_ / "commands.txt", std::ios::app) << line << "\n";
+}
+
+std::vector<std::string> WineSession::Log() const {
+    std::vector<std::string> lines;
+    std::ifstream file(directory_ / "application.log");
+    std::string line;
+    while (std::getline(file, line)) lines.push_back(line);
+    // A line still being written ends without its newline: not yet.
+    return lines;
+}
+
+std::vector<std::string> WineSession::Lines(const std::string& prefix, std::size_t skip) const {
+    std::vector<std::string> found;
+    const std::vector<std::string> lines = Log();
+    for (std::size_t i = skip; i < lines.size(); ++i) {
+        if (lines[i].rfind(prefix, 0) == 0) found.push_back(lines[i]);
+    }
+    return found;
+}
+
+std::optional<std::string> WineSession::WaitForLine(const std::string& prefix, std::chrono::milliseconds timeout,
+                                                    std::size_t skip) const {
+    std::optional<std::string> found;
+    WaitUntil(
+        [&] {
+            const std::vector<std::string> lines = Lines(prefix, skip);
+            if (!lines.empty()) found = lines.front();
+            return found.has_value();
+        },
+        timeout, 2ms);
+    return found;
+}
+
+bool WineSession::Screenshot(const std::filesystem::path& file) {
+    Display* display = user_->Get();
+    const int width = DisplayWidth(display, DefaultScreen(display));
+    const int height = DisplayHeight(display, DefaultScreen(display));
+    XImage* image = XGetImage(display, user_->Root(), 0, 0, static_cast<unsigned>(width),
+                              static_cast<unsigned>(height), AllPlanes, ZPixmap);
+    if (!image) return false;
+    zirvel::Picture picture;
+    picture.width = width;
+    picture.height = height;
+    picture.pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            picture.pixels.push_back(0xFF000000u | (static_cast<std::uint32_t>(XGetPixel(image, x, y)) & 0xFFFFFFu));
+        }
+    }
+    XDestroyImage(image);
+    return zirvel::WritePicturePng(picture, file.u16string());
+}
+
+}  // namespace zirvel_test

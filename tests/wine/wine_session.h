@@ -1,0 +1,75 @@
+// The pieces of a live test of the Windows programs: a private Xvfb, Wine
+// on the Windows build's prefix, Zirvel's programs in a scratch program
+// directory, the Win32 stand-in application whose log tells what it got,
+// and a "user" who types and moves the mouse with XTest, which Wine takes
+// as physical input.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "x_session.h"
+
+namespace zirvel_test {
+
+class WineSession {
+public:
+    // Copies zirvel-engine.exe, the tools and icons/ into a scratch program
+    // directory with these config.json and default.json (none when empty).
+    WineSession(const std::string& config, const std::string& wheels);
+    // Ends every Wine process of the session (wineserver -k).
+    ~WineSession();
+    WineSession(const WineSession&) = delete;
+    WineSession& operator=(const WineSession&) = delete;
+
+    bool Ready() const { return ready_; }
+    XConnection& User() { return *user_; }
+    const std::filesystem::path& Directory() const { return directory_; }
+    // The Windows form of a path of this machine (Wine's Z: drive).
+    static std::string WindowsPath(const std::filesystem::path& path);
+
+    // Starts the stand-in application with these options and gives it the
+    // keyboard focus; true once it is ready.
+    bool StartApplication(const std::vector<std::string>& options = {});
+    // Starts zirvel-engine.exe; true once its main window exists.
+    bool StartEngine();
+    std::unique_ptr<ChildProcess> StartEngineProcess();
+    // Runs zirvel-activate.exe or zirvel-say.exe (by name) to its end: the exit code.
+    int RunTool(const std::string& program, const std::string& argument);
+    // A line for the application's command file.
+    void Command(const std::string& line);
+    void FocusApplication();
+
+    // The application's log so far.
+    std::vector<std::string> Log() const;
+    // Waits for a line of the log, after the first `skip`, that starts with `prefix`.
+    std::optional<std::string> WaitForLine(const std::string& prefix, std::chrono::milliseconds timeout,
+                                           std::size_t skip = 0) const;
+    // The lines (after `skip`) that start with `prefix`.
+    std::vector<std::string> Lines(const std::string& prefix, std::size_t skip = 0) const;
+
+    // The root window as a PNG file.
+    bool Screenshot(const std::filesystem::path& file);
+
+private:
+    std::vector<std::string> Environment() const;
+    std::unique_ptr<ChildProcess> Run(const std::vector<std::string>& command);
+    void EndWine() const;
+
+    PrivateXServer server_;
+    std::unique_ptr<XConnection> user_;
+    std::filesystem::path directory_;
+    std::unique_ptr<ChildProcess> application_;
+    std::vector<std::unique_ptr<ChildProcess>> engines_;
+    bool ready_ = false;
+};
+
+// The value after "NAME=" in a log line such as "key down vk=51 t=200".
+long long Field(const std::string& line, const std::string& name);
+
+}  // namespace zirvel_test
