@@ -4,6 +4,7 @@
 //   key down|up vk=HH scan=HH ext=0|1 t=MS     keys as the window receives them
 //   button left|right|middle|x1|x2 down|up X Y t=MS   at screen X, Y
 //   focus in|out                                keyboard focus of its window
+//   foreground CLASS|none                       the window class in the foreground
 //   engine up                                   the engine's main window exists
 //   wheel shown L T R B t=MS | wheel hidden t=MS
 //   window Zirvel shown | window Zirvel hidden  the engine's help window
@@ -111,6 +112,7 @@ void RunCommands() {
 
 // What other windows show, polled every 5 ms.
 struct Watched {
+    HWND foreground = nullptr;
     bool engineUp = false;
     bool wheelShown = false;
     bool helpShown = false;
@@ -134,6 +136,13 @@ void Watch() {
         Log("wheel hidden t=%llu", GetTickCount64());
     }
     watched.wheelShown = wheelShown;
+    HWND foreground = GetForegroundWindow();
+    if (foreground != watched.foreground) {
+        wchar_t className[64] = {};
+        if (foreground) GetClassNameW(foreground, className, 64);
+        Log("foreground %s", foreground ? Utf8(className).c_str() : "none");
+    }
+    watched.foreground = foreground;
     EnumWindows(LogMessageBox, 0);
     RunCommands();
 }
