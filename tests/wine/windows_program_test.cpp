@@ -193,6 +193,21 @@ TEST_F(SwappedButtonsTest, ALeftClickStepClicksThePrimaryButton) {
     EXPECT_EQ(down->substr(0, 26), "button right down 200 150 ");
 }
 
+class OpenStepTest : public WindowsProgramTest {
+protected:
+    OpenStepTest()
+        : WindowsProgramTest(kConfig, R"({"wheels": [{"name": "O", "actions": [
+            {"name": "Notatnik", "steps": [{"open": "notepad.exe"}]}]}]})") {}
+};
+
+TEST_F(OpenStepTest, AnOpenStepStartsTheProgramThroughTheShell) {
+    ShowWheel();
+    MoveBy(0, -100);
+    session_.User().ClickButton(1);
+    EXPECT_TRUE(WaitUntil([this] { return session_.User().FindWindow("Untitled - Notepad") != 0; }, 20000ms))
+        << "notepad did not open";
+}
+
 TEST_F(WindowsProgramTest, TheGridPutsTheCursorAtTheCentresAndClicksThere) {
     EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0);
     EXPECT_TRUE(WaitUntil([this] { return session_.User().Pointer() == std::make_pair(640, 512); }, 3000ms));
