@@ -113,13 +113,11 @@ std::u16string TrayIconTip(const std::u16string& toggleKey) {
 }
 
 void StopEngine() {
-    EngineState& engine = Engine();
-    if (engine.wheelVisible) HideWheel();
+    // The wheel first, then the grid and hints, then threads and the hot key.
+    if (Engine().wheelVisible) HideWheel();
     HideGrid();
     HideHints();
-    engine.gazeThread.Stop(kGazeStopWait);
-    engine.voiceThread.Stop(kVoiceStopWait);
-    engine.platform->UnregisterHotKey();
+    DetachEngineFromSystem();
 }
 
 void DetachEngineFromSystem() {
