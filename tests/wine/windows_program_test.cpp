@@ -129,6 +129,30 @@ TEST_F(WindowsProgramTest, ExtendedKeysCarryTheExtendedFlagBothWays) {
     EXPECT_EQ(Field(keys[1], "ext"), 1);
 }
 
+class ThreeWheelsTest : public WindowsProgramTest {
+protected:
+    ThreeWheelsTest()
+        : WindowsProgramTest(kConfig, R"({"wheels": [
+            {"name": "1", "actions": [{"name": "A", "key": "a"}, {"name": "-", "key": "x"}]},
+            {"name": "2", "actions": [{"name": "B", "key": "b"}, {"name": "-", "key": "x"}]},
+            {"name": "3", "actions": [{"name": "C", "key": "c"}, {"name": "-", "key": "x"}]}]})") {}
+};
+
+TEST_F(ThreeWheelsTest, AClickOnTheRightArrowMovesOneWheelOn) {
+    ShowWheel();
+    const std::size_t shown = session_.Log().size();
+    MoveBy(250, 0);  // from the centre (294, 230) into the right arrow (534..578, 186..274)
+    session_.User().ClickButton(1);
+    std::this_thread::sleep_for(200ms);
+    EXPECT_TRUE(session_.Lines("wheel hidden", shown).empty()) << "an arrow click closed the wheel";
+    MoveBy(-250, -100);  // the top field of whichever wheel shows now
+    session_.User().ClickButton(1);
+    const std::vector<std::string> keys = WaitForKeys(1, shown);
+    ASSERT_FALSE(keys.empty());
+    // The hook and raw input both see the click; one switch, so wheel 2's "b".
+    EXPECT_EQ(keys[0].substr(0, 14), "key down vk=42");
+}
+
 TEST_F(WindowsProgramTest, HoldAndReleaseAcrossTwoFunctions) {
     ShowWheel();
     const std::size_t first = session_.Log().size();

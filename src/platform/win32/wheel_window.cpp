@@ -14,7 +14,7 @@ LRESULT Win32Platform::OnWheelWindowMessage(HWND window, UINT message, WPARAM wP
             if (wParam == kWheelTimerId && events_) events_->OnWheelTimer();
             return 0;
         case WM_LBUTTONDOWN:
-            if (events_) events_->OnCapturedLeftButtonDown();
+            if (events_ && !mouseHook_ && !rawInputRegistered_) events_->OnCapturedLeftButtonDown();
             return 0;
         case WM_APP + static_cast<UINT>(EngineMessageKind::Select): {
             EngineMessage select;
@@ -39,7 +39,7 @@ void Win32Platform::OnRawInput(HRAWINPUT input) {
     if (!(mouse.usFlags & MOUSE_MOVE_ABSOLUTE) && (mouse.lLastX != 0 || mouse.lLastY != 0)) {
         events_->OnRawMotion(mouse.lLastX, mouse.lLastY);
     }
-    if (mouse.usButtonFlags & RI_MOUSE_LEFT_BUTTON_DOWN) events_->OnCapturedLeftButtonDown();
+    if ((mouse.usButtonFlags & RI_MOUSE_LEFT_BUTTON_DOWN) && !mouseHook_) events_->OnCapturedLeftButtonDown();
 }
 
 }  // namespace zirvel::win32

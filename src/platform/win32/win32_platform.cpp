@@ -167,12 +167,13 @@ void Win32Platform::BeginPointerCapture(ScreenPoint pinned) {
     const RECT pin{pinned.x, pinned.y, pinned.x + 1, pinned.y + 1};
     ClipCursor(&pin);
     RAWINPUTDEVICE mouse{1, 2, RIDEV_INPUTSINK, wheel_};  // generic desktop, mouse
-    RegisterRawInputDevices(&mouse, 1, sizeof mouse);
+    rawInputRegistered_ = RegisterRawInputDevices(&mouse, 1, sizeof mouse) != FALSE;
 }
 
 void Win32Platform::EndPointerCapture() {
     RAWINPUTDEVICE mouse{1, 2, RIDEV_REMOVE, nullptr};
     RegisterRawInputDevices(&mouse, 1, sizeof mouse);
+    rawInputRegistered_ = false;
     ClipCursor(nullptr);
     if (mouseHook_) {
         UnhookWindowsHookEx(mouseHook_);

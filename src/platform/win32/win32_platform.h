@@ -103,6 +103,10 @@ private:
     // Read by the hook and raw input: physical mouse events belong to the
     // wheel while it is set.
     bool captured_ = false;
+    // One physical click selects once: the hook reports it while installed,
+    // raw input when the hook could not be, the window's own button message
+    // when neither could. Two reports of one click would switch wheels twice.
+    bool rawInputRegistered_ = false;
 
     NOTIFYICONDATAW trayIcon_{};
     bool trayAdded_ = false;
