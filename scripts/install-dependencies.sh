@@ -3,6 +3,7 @@
 #   install-dependencies.sh run    building and running the program
 #   install-dependencies.sh test   building both platforms and running tests
 #   install-dependencies.sh demo   the demo on a private X server
+#   install-dependencies.sh demo-windows   the Windows program's demo under Wine
 # Uses sudo when not root; never asks questions.
 set -euo pipefail
 
@@ -17,12 +18,15 @@ test_packages=(libgtest-dev libgmock-dev googletest
                xcompmgr x11-utils)
 
 demo_packages=(xvfb xcompmgr x11-apps x11-xserver-utils xdotool xterm netpbm)
+# The Windows demo: the cross compiler, Wine, and a tray host for Wine's icons.
+windows_demo_packages=(g++-mingw-w64-x86-64-posix wine wine64 trayer)
 
 case "${1:-}" in
   run)  wanted=("${build_packages[@]}") ;;
   demo) wanted=("${build_packages[@]}" "${demo_packages[@]}") ;;
+  demo-windows) wanted=("${build_packages[@]}" "${demo_packages[@]}" "${windows_demo_packages[@]}") ;;
   test) wanted=("${build_packages[@]}" "${test_packages[@]}") ;;
-  *) echo "usage: $0 run|test|demo" >&2; exit 2 ;;
+  *) echo "usage: $0 run|test|demo|demo-windows" >&2; exit 2 ;;
 esac
 
 missing=()
