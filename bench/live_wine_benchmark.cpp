@@ -10,17 +10,16 @@
 // Usage: live_wine_benchmark [idle seconds, default 30] [shown seconds, default 10]
 #include <X11/keysym.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <unistd.h>
 #include <vector>
 
+#include "live_figures.h"
 #include "wine_session.h"
 
 namespace {
@@ -28,6 +27,9 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 using zirvel_test::WaitUntil;
+using zirvel_bench::CpuSeconds;
+using zirvel_bench::Milliseconds;
+using zirvel_bench::ReportLatency;
 
 constexpr int kRounds = 30;
 constexpr int kSendDelay = 150;
@@ -37,21 +39,6 @@ constexpr char kConfig[] = R"({"toggleKey": "f8", "sendDelay": 150, "keyHold": 2
 constexpr char kWheels[] = R"({"actions": [
   {"name": "A", "key": "a"}, {"name": "B", "key": "b"}, {"name": "C", "key": "c"}, {"name": "D", "key": "d"},
   {"name": "E", "key": "e"}, {"name": "F", "key": "f"}, {"name": "G", "key": "g"}, {"name": "H", "key": "h"}]})";
-
-double Milliseconds(Clock::duration duration) {
-    return std::chrono::duration<double, std::milli>(duration).count();
-}
-
-void Report(const char* what, std::vector<double> samples) {
-    if (samples.empty()) {
-        std::printf("%-50s no samples\n", what);
-        return;
-    }
-    std::sort(samples.begin(), samples.end());
-    const auto at = [&samples](double q) { return samples[static_cast<std::size_t>(q * (samples.size() - 1))]; };
-    std::printf("%-50s median %7.2f ms   p90 %7.2f ms   max %7.2f ms   (n = %zu)\n", what, at(0.5), at(0.9),
-                samples.back(), samples.size());
-}
 
 // The Linux process that runs a Windows program of this name (Wine keeps
 // the program's path in the command line).
@@ -64,22 +51,6 @@ pid_t ProcessRunning(const std::string& program) {
         if (commandLine.find(program) != std::string::npos) return static_cast<pid_t>(std::stol(name));
     }
     return 0;
-}
-
-// User plus system CPU time of a process, in seconds.
-double CpuSeconds(pid_t pid) {
-    std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
-    std::string line;
-    std::getline(stat, line);
-    if (line.empty()) return 0;
-    std::istringstream fields(line.substr(line.rfind(')') + 2));
-    std::string field;
-    double ticks = 0;
-    for (int index = 3; fields >> field; ++index) {
-        if (index == 14 || index == 15) ticks += std::stod(field);
-        if (index == 15) break;
-    }
-    return ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
 // Prints the CPU use of the engine and of the wineserver (which carries
@@ -154,9 +125,9 @@ int main(int argc, char* argv[]) {
     }
 
     std::printf("zirvel-engine.exe under Wine on Xvfb 1280 x 1024, %d rounds each\n", kRounds);
-    Report("hot key -> first wheel picture on screen", latencies);
-    Report("click -> wheel gone from the screen", hiding);
-    Report("first key after click - sendDelay (150 ms)", keys);
+    ReportLatency("hot key -> first wheel picture on screen", latencies);
+    ReportLatency("click -> wheel gone from the screen", hiding);
+    ReportLatency("first key after click - sendDelay (150 ms)", keys);
     const pid_t engine = ProcessRunning("zirvel-engine.exe");
     const pid_t server = ProcessRunning("wineserver");
     ReportCpu("CPU, wheel hidden (idle)", engine, server, idleSpan);

@@ -6,16 +6,15 @@
 // Usage: live_x11_benchmark [idle seconds, default 60] [shown seconds, default 10]
 #include <X11/keysym.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <unistd.h>
 #include <vector>
 
+#include "live_figures.h"
 #include "x_session.h"
 
 namespace {
@@ -23,6 +22,9 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 using zirvel_test::WaitUntil;
+using zirvel_bench::CpuSeconds;
+using zirvel_bench::Milliseconds;
+using zirvel_bench::ReportLatency;
 
 constexpr int kRounds = 40;
 constexpr int kSendDelay = 150;
@@ -32,36 +34,6 @@ constexpr char kConfig[] = R"({"toggleKey": "f8", "sendDelay": 150, "keyHold": 2
 constexpr char kWheels[] = R"({"actions": [
   {"name": "A", "key": "a"}, {"name": "B", "key": "b"}, {"name": "C", "key": "c"}, {"name": "D", "key": "d"},
   {"name": "E", "key": "e"}, {"name": "F", "key": "f"}, {"name": "G", "key": "g"}, {"name": "H", "key": "h"}]})";
-
-double Milliseconds(Clock::duration duration) {
-    return std::chrono::duration<double, std::milli>(duration).count();
-}
-
-void Report(const char* what, std::vector<double> samples) {
-    if (samples.empty()) {
-        std::printf("%-44s no samples\n", what);
-        return;
-    }
-    std::sort(samples.begin(), samples.end());
-    const auto at = [&samples](double q) { return samples[static_cast<std::size_t>(q * (samples.size() - 1))]; };
-    std::printf("%-44s median %7.2f ms   p90 %7.2f ms   max %7.2f ms   (n = %zu)\n", what, at(0.5), at(0.9),
-                samples.back(), samples.size());
-}
-
-// User plus system CPU time of a process, in seconds.
-double CpuSeconds(pid_t pid) {
-    std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
-    std::string line;
-    std::getline(stat, line);
-    std::istringstream fields(line.substr(line.rfind(')') + 2));
-    std::string field;
-    double ticks = 0;
-    for (int index = 3; fields >> field; ++index) {
-        if (index == 14 || index == 15) ticks += std::stod(field);
-        if (index == 15) break;
-    }
-    return ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
-}
 
 double CpuPercentOver(pid_t pid, std::chrono::seconds span) {
     const double before = CpuSeconds(pid);
@@ -126,13 +98,13 @@ int main(int argc, char* argv[]) {
     }
 
     std::printf("Zirvel on Xvfb 1920 x 1080, %d rounds each\n", kRounds);
-    Report("hot key -> first wheel picture on screen", latencies);
-    Report("first key after click - sendDelay (150 ms)", errors);
+    ReportLatency("hot key -> first wheel picture on screen", latencies);
+    ReportLatency("first key after click - sendDelay (150 ms)", errors);
     const pid_t pid = program.Process()->Pid();
-    std::printf("%-44s %.3f %% of one core over %lld s\n", "CPU, wheel hidden (idle)",
+    std::printf("%-50s %.3f %% of one core over %lld s\n", "CPU, wheel hidden (idle)",
                 CpuPercentOver(pid, idleSpan), static_cast<long long>(idleSpan.count()));
     user.PressKey(XK_F8);
-    std::printf("%-44s %.3f %% of one core over %lld s\n", "CPU, wheel shown", CpuPercentOver(pid, shownSpan),
+    std::printf("%-50s %.3f %% of one core over %lld s\n", "CPU, wheel shown", CpuPercentOver(pid, shownSpan),
                 static_cast<long long>(shownSpan.count()));
     user.PressKey(XK_F8);
     return 0;

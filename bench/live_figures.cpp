@@ -1,0 +1,43 @@
+#include "live_figures.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <unistd.h>
+
+namespace zirvel_bench {
+
+double Milliseconds(std::chrono::steady_clock::duration duration) {
+    return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+void ReportLatency(const char* what, std::vector<double> samples) {
+    if (samples.empty()) {
+        std::printf("%-50s no samples\n", what);
+        return;
+    }
+    std::sort(samples.begin(), samples.end());
+    const auto at = [&samples](double q) { return samples[static_cast<std::size_t>(q * (samples.size() - 1))]; };
+    std::printf("%-50s median %7.2f ms   p90 %7.2f ms   max %7.2f ms   (n = %zu)\n", what, at(0.5), at(0.9),
+                samples.back(), samples.size());
+}
+
+double CpuSeconds(pid_t pid) {
+    std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
+    std::string line;
+    std::getline(stat, line);
+    if (line.empty()) return 0;
+    // Fields 14 and 15 (utime, stime) follow the command name in parentheses.
+    std::istringstream fields(line.substr(line.rfind(')') + 2));
+    std::string field;
+    double ticks = 0;
+    for (int index = 3; fields >> field; ++index) {
+        if (index == 14 || index == 15) ticks += std::stod(field);
+        if (index == 15) break;
+    }
+    return ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+}  // namespace zirvel_bench
