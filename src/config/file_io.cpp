@@ -49,6 +49,25 @@ bool WriteFileBytes(const std::u16string& path, std::string_view bytes) {
     return (std::fclose(file) == 0) && written;
 }
 
+bool ReplaceFileBytes(const std::u16string& path, std::string_view bytes) {
+    const std::filesystem::path target(path);
+    std::filesystem::path temporary = target;
+    temporary += ".zirvel-save";
+    std::error_code error;
+    if (!WriteFileBytes(temporary.u16string(), bytes)) {
+        std::filesystem::remove(temporary, error);
+        return false;
+    }
+    // rename replaces an existing file on both platforms (MoveFileEx with
+    // MOVEFILE_REPLACE_EXISTING on Windows).
+    std::filesystem::rename(temporary, target, error);
+    if (error) {
+        std::filesystem::remove(temporary, error);
+        return false;
+    }
+    return true;
+}
+
 bool PathExists(const std::u16string& path) {
     std::error_code error;
     return std::filesystem::exists(std::filesystem::path(path), error);

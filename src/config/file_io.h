@@ -22,6 +22,11 @@ bool ReadFileBytes(const std::u16string& path, std::string& bytes);
 // Replaces the file's content; false on any error.
 bool WriteFileBytes(const std::u16string& path, std::string_view bytes);
 
+// Writes the bytes to a temporary file beside `path` and then puts it in
+// the old file's place, so a failed write never leaves a truncated file;
+// false (and the old file as it was) on any error.
+bool ReplaceFileBytes(const std::u16string& path, std::string_view bytes);
+
 // True when the path names something whose attributes can be read.
 bool PathExists(const std::u16string& path);
 

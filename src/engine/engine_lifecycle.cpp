@@ -140,18 +140,29 @@ void ReloadEngineConfiguration() {
     if (engine.wheelVisible) RedrawWheel();
 }
 
-bool ActivateWheelFile(const std::u16string& path) {
-    std::vector<Wheel> wheels;
+void ReloadEngineFiles() {
+    EngineState& engine = Engine();
     std::u16string ignored;
-    ReadWheelsFile(path, wheels, ignored);
-    std::erase_if(wheels, [](const Wheel& wheel) { return wheel.functions.empty(); });
-    if (wheels.empty()) return false;
+    LoadConfiguration(engine, ignored);
+    RebuildPhrases(engine);
+}
+
+void ActivateWheels(std::vector<Wheel> wheels) {
     EngineState& engine = Engine();
     engine.configuration.wheels = std::move(wheels);
     engine.configuration.currentWheel = 0;
     engine.hoveredField = -1;
     RebuildPhrases(engine);
     if (engine.wheelVisible) RedrawWheel();
+}
+
+bool ActivateWheelFile(const std::u16string& path) {
+    std::vector<Wheel> wheels;
+    std::u16string ignored;
+    ReadWheelsFile(path, wheels, ignored);
+    std::erase_if(wheels, [](const Wheel& wheel) { return wheel.functions.empty(); });
+    if (wheels.empty()) return false;
+    ActivateWheels(std::move(wheels));
     return true;
 }
 

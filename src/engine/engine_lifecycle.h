@@ -2,6 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "config/wheel.h"
 
 #include "engine/background_thread.h"
 
@@ -27,6 +30,13 @@ void DetachEngineFromSystem();
 // The tip of the stand-alone host's tray icon.
 std::u16string TrayIconTip(const std::u16string& toggleKey);
 void ReloadEngineConfiguration();
+// The files alone (settings, wheels, global voice functions) and the voice
+// phrases: what the function editor's save of default.json or voice.json
+// does. No thread starts or stops and a visible wheel is not redrawn.
+void ReloadEngineFiles();
+// Replaces the engine's wheels with these (each with functions) and starts
+// at the first.
+void ActivateWheels(std::vector<Wheel> wheels);
 // True when the file held a wheel with functions; otherwise nothing changes.
 bool ActivateWheelFile(const std::u16string& path);
 // A wheels file handed over by another process (a second start of the

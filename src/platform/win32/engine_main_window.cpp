@@ -60,7 +60,7 @@ LRESULT Win32Platform::OnMainWindowMessage(HWND window, UINT message, WPARAM wPa
                     DestroyWindow(window);
                     break;
                 case kOpenEditorCommand:
-                    if (openEditor_) openEditor_();
+                    editor_->Open();
                     break;
                 default:
                     break;

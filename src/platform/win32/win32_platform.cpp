@@ -59,7 +59,7 @@ Win32Platform::Win32Platform(HINSTANCE instance) : instance_(instance) {
     RegisterClass(instance, kMainWindowClass, MainWindowProcedure, true, true);
     RegisterClass(instance, kWheelWindowClass, WheelWindowProcedure, true, false);
     RegisterClass(instance, kGridWindowClass, DefWindowProcW, false, false);
-    RegisterClass(instance, kEditorWindowClass, DefWindowProcW, true, true,
+    RegisterClass(instance, kEditorWindowClass, FunctionEditorWindow::Procedure, true, true,
                   reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1)));
     uiFont_ = CreateFontW(-15, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
                           CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"Segoe UI");
@@ -69,11 +69,13 @@ Win32Platform::Win32Platform(HINSTANCE instance) : instance_(instance) {
                              instance, nullptr);
     grid_ = CreateWindowExW(kGridExStyle, kGridWindowClass, L"", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr,
                             instance, nullptr);
+    editor_ = std::make_unique<FunctionEditorWindow>(instance, main_, uiFont_);
 }
 
 Win32Platform::~Win32Platform() {
     if (captured_) EndPointerCapture();
     RemoveTrayIcon();
+    editor_.reset();  // owned by the main window: it goes first
     if (grid_) DestroyWindow(grid_);
     if (wheel_) DestroyWindow(wheel_);
     if (main_ && ::IsWindow(main_)) {

@@ -13,8 +13,10 @@
 
 #include <atomic>
 #include <functional>
+#include <memory>
 
 #include "engine/platform.h"
+#include "platform/win32/function_editor_window.h"
 #include "platform/win32/layered_picture.h"
 
 namespace zirvel::win32 {
@@ -32,8 +34,8 @@ public:
     HWND WheelWindow() const { return wheel_; }
     HWND GridWindow() const { return grid_; }
     HFONT UiFont() const { return uiFont_; }
-    // "Edytor funkcji…" was clicked.
-    void SetOpenEditorHandler(std::function<void()> handler) { openEditor_ = std::move(handler); }
+    // The function editor that "Edytor funkcji…" opens.
+    FunctionEditorWindow& Editor() { return *editor_; }
     // The main window was destroyed ("Zakończ"), after the engine let go of
     // the system; the stand-alone host ends its message loop here.
     void SetMainWindowDestroyedHandler(std::function<void()> handler) { destroyed_ = std::move(handler); }
@@ -96,7 +98,7 @@ private:
     HWND grid_ = nullptr;
     HFONT uiFont_ = nullptr;
     PlatformEvents* events_ = nullptr;
-    std::function<void()> openEditor_;
+    std::unique_ptr<FunctionEditorWindow> editor_;
     std::function<void()> destroyed_;
 
     HHOOK mouseHook_ = nullptr;
