@@ -1,6 +1,7 @@
 #include "engine/function_editor.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "config/classic_text.h"
 #include "config/file_io.h"

@@ -1,7 +1,5 @@
 #include "platform/win32/function_editor_window.h"
 
-#include <iterator>
-
 #include "config/text.h"
 #include "config/wheels_file.h"
 #include "platform/win32/editor_dialogs.h"
