@@ -7,6 +7,11 @@
 
 namespace zirvel_bench {
 
+// One wheel of eight one-letter fields; the top one types "a".
+inline constexpr char kEightLetterWheel[] = R"({"actions": [
+  {"name": "A", "key": "a"}, {"name": "B", "key": "b"}, {"name": "C", "key": "c"}, {"name": "D", "key": "d"},
+  {"name": "E", "key": "e"}, {"name": "F", "key": "f"}, {"name": "G", "key": "g"}, {"name": "H", "key": "h"}]})";
+
 double Milliseconds(std::chrono::steady_clock::duration duration);
 // Prints median, p90 and max of the samples, in milliseconds.
 void ReportLatency(const char* what, std::vector<double> samples);

@@ -36,9 +36,6 @@ constexpr int kSendDelay = 150;
 
 constexpr char kConfig[] = R"({"toggleKey": "f8", "sendDelay": 150, "keyHold": 20, "takeFocus": false,
                                "gazeEnabled": false, "voiceEnabled": false})";
-constexpr char kWheels[] = R"({"actions": [
-  {"name": "A", "key": "a"}, {"name": "B", "key": "b"}, {"name": "C", "key": "c"}, {"name": "D", "key": "d"},
-  {"name": "E", "key": "e"}, {"name": "F", "key": "f"}, {"name": "G", "key": "g"}, {"name": "H", "key": "h"}]})";
 
 // The Linux process that runs a Windows program of this name (Wine keeps
 // the program's path in the command line).
@@ -71,7 +68,7 @@ int main(int argc, char* argv[]) {
     const std::chrono::seconds idleSpan(argc > 1 ? std::stoi(argv[1]) : 30);
     const std::chrono::seconds shownSpan(argc > 2 ? std::stoi(argv[2]) : 10);
 
-    zirvel_test::WineSession session(kConfig, kWheels);
+    zirvel_test::WineSession session(kConfig, zirvel_bench::kEightLetterWheel);
     if (!session.Ready()) {
         std::fprintf(stderr, "no Xvfb, or no Wine prefix in the Windows build (run its tests first)\n");
         return 1;

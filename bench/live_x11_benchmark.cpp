@@ -31,9 +31,6 @@ constexpr int kSendDelay = 150;
 
 constexpr char kConfig[] = R"({"toggleKey": "f8", "sendDelay": 150, "keyHold": 20, "gazeEnabled": false,
                                "voiceEnabled": false})";
-constexpr char kWheels[] = R"({"actions": [
-  {"name": "A", "key": "a"}, {"name": "B", "key": "b"}, {"name": "C", "key": "c"}, {"name": "D", "key": "d"},
-  {"name": "E", "key": "e"}, {"name": "F", "key": "f"}, {"name": "G", "key": "g"}, {"name": "H", "key": "h"}]})";
 
 double CpuPercentOver(pid_t pid, std::chrono::seconds span) {
     const double before = CpuSeconds(pid);
@@ -55,7 +52,7 @@ int main(int argc, char* argv[]) {
     zirvel_test::XConnection user(server.Name());
     zirvel_test::TestApplication application(server.Name(), 0, 0, 1920, 1080);
     application.Focus();
-    zirvel_test::ProgramUnderTest program(server.Name(), kConfig, kWheels);
+    zirvel_test::ProgramUnderTest program(server.Name(), kConfig, zirvel_bench::kEightLetterWheel);
     if (!program.Start()) {
         std::fprintf(stderr, "the program did not start\n");
         return 1;

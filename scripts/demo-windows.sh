@@ -5,6 +5,8 @@
 # and a PNG screenshot of every step in build/demo-windows.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+source scripts/demo-common.sh
+shot_settle=0.4
 
 scripts/install-dependencies.sh demo-windows
 cmake --preset windows >/dev/null
@@ -13,36 +15,12 @@ cmake --build --preset windows --target zirvel-engine zirvel-say
 out=build/demo-windows
 # The Wine prefix stays between runs: making it takes a while.
 find "$out" -mindepth 1 -maxdepth 1 ! -name wineprefix -exec rm -rf {} + 2>/dev/null || true
-mkdir -p "$out/program" "$out/framebuffer"
+mkdir -p "$out/program"
 built=build/windows/src/app
 cp -r "$built/zirvel-engine.exe" "$built/zirvel-say.exe" "$built/icons" "$built/themes" "$out/program/"
-cat >"$out/program/config.json" <<'JSON'
-{"toggleKey": "f8", "sendDelay": 200, "keyHold": 30, "segmentColor": "#3498db",
- "gazeEnabled": false, "voiceEnabled": false}
-JSON
-cat >"$out/program/default.json" <<'JSON'
-{"wheels": [
-  {"name": "Notatnik", "actions": [
-    {"name": "Napisz zirvel", "steps": [{"key": "z"}, {"key": "i"}, {"key": "r"}, {"key": "v"}, {"key": "e"}, {"key": "l"}]},
-    {"name": "Enter", "key": "enter"},
-    {"name": "Spacja", "key": "space"},
-    {"name": "Backspace", "key": "backspace"},
-    {"name": "Tab", "key": "tab"},
-    {"name": "Esc", "key": "esc"}]},
-  {"name": "Gra", "actions": [
-    {"name": "Skok", "key": "space"},
-    {"name": "Przeładuj", "key": "r"},
-    {"name": "Mapa", "key": "m"}]}]}
-JSON
-echo '{"actions": []}' >"$out/program/voice.json"
+write_program_files "$out/program" Notatnik
 
-exec 3>"$out/display-number"
-# -fbdir: the screen as the compositing manager painted it, in an XWD file.
-Xvfb -displayfd 3 -fbdir "$out/framebuffer" -screen 0 1280x800x24 -nolisten tcp 2>/dev/null &
-xvfb=$!
-exec 3>&-
-for _ in $(seq 100); do [[ -s "$out/display-number" ]] && break; sleep 0.05; done
-export DISPLAY=":$(head -n1 "$out/display-number")"
+start_private_display
 export WINEPREFIX="$PWD/$out/wineprefix" WINEARCH=win64 WINEDEBUG=-all LC_ALL=C.UTF-8
 # No Mono or Gecko installers (they would ask for a download), no debugger.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
@@ -55,11 +33,6 @@ if [[ ! -f "$WINEPREFIX/system.reg" ]]; then
   wineserver --wait 2>/dev/null || true
 fi
 
-shot() {  # shot NAME: the whole screen as build/demo-windows/NAME.png
-  sleep 0.4
-  xwdtopnm "$out/framebuffer/Xvfb_screen0" 2>/dev/null | pnmtopng >"$out/$1.png"
-  echo "  $out/$1.png"
-}
 say() { wine "$out/program/zirvel-say.exe" "$1" >>"$out/zirvel-say.log" 2>&1 || true; }
 wait_for_window() {  # wait_for_window NAME: its X window id, once it exists
   local window=""

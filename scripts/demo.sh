@@ -4,6 +4,7 @@
 # played with XTest, and a PNG screenshot of every step in build/demo.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+source scripts/demo-common.sh
 
 scripts/install-dependencies.sh demo
 cmake --preset linux >/dev/null
@@ -14,45 +15,14 @@ rm -rf "$out"
 mkdir -p "$out/program" "$out/runtime"
 chmod 700 "$out/runtime"
 cp -r build/linux/src/app/zirvel build/linux/src/app/themes build/linux/src/app/icons build/linux/src/app/zirvel.ico "$out/program/"
-cat >"$out/program/config.json" <<'JSON'
-{"toggleKey": "f8", "sendDelay": 200, "keyHold": 30, "segmentColor": "#3498db",
- "gazeEnabled": false, "voiceEnabled": false}
-JSON
-cat >"$out/program/default.json" <<'JSON'
-{"wheels": [
-  {"name": "Terminal", "actions": [
-    {"name": "Napisz zirvel", "steps": [{"key": "z"}, {"key": "i"}, {"key": "r"}, {"key": "v"}, {"key": "e"}, {"key": "l"}]},
-    {"name": "Enter", "key": "enter"},
-    {"name": "Spacja", "key": "space"},
-    {"name": "Backspace", "key": "backspace"},
-    {"name": "Tab", "key": "tab"},
-    {"name": "Esc", "key": "esc"}]},
-  {"name": "Gra", "actions": [
-    {"name": "Skok", "key": "space"},
-    {"name": "Przeładuj", "key": "r"},
-    {"name": "Mapa", "key": "m"}]}]}
-JSON
-echo '{"actions": []}' >"$out/program/voice.json"
+write_program_files "$out/program" Terminal
 
-mkdir -p "$out/framebuffer"
-exec 3>"$out/display-number"
-# -fbdir: the screen as the compositing manager painted it, in an XWD file.
-Xvfb -displayfd 3 -fbdir "$out/framebuffer" -screen 0 1280x800x24 -nolisten tcp +extension RANDR 2>/dev/null &
-xvfb=$!
-exec 3>&-
-for _ in $(seq 100); do [[ -s "$out/display-number" ]] && break; sleep 0.05; done
-export DISPLAY=":$(head -n1 "$out/display-number")"
+start_private_display
 export XDG_RUNTIME_DIR="$PWD/$out/runtime"
 # The front-end's settings (theme, last wheels file) stay in the demo folder.
 export XDG_CONFIG_HOME="$PWD/$out/settings"
 pids=("$xvfb")
 trap 'kill "${pids[@]}" 2>/dev/null || true' EXIT
-
-shot() {  # shot NAME: the whole screen as build/demo/NAME.png
-  sleep 0.3
-  xwdtopnm "$out/framebuffer/Xvfb_screen0" 2>/dev/null | pnmtopng >"$out/$1.png"
-  echo "  $out/$1.png"
-}
 
 xcompmgr &                      # blends the translucent wheel with the desktop
 pids+=($!)
