@@ -128,23 +128,21 @@ void DetachEngineFromSystem() {
     engine.platform->UnregisterHotKey();
 }
 
-void ReloadEngineConfiguration() {
-    EngineState& engine = Engine();
-    std::u16string ignored;
-    LoadConfiguration(engine, ignored);
-    RebuildPhrases(engine);
-    const EngineSettings& settings = engine.Settings();
-    MatchThreadToSetting(settings.gazeEnabled, engine.gazeThread, gazeBody, engine.gazeStatus, kGazeStopWait);
-    MatchThreadToSetting(settings.voiceEnabled, engine.voiceThread, voiceBody, engine.voiceStatus, kVoiceStopWait);
-    // A changed toggleKey takes effect at the next start of the program.
-    if (engine.wheelVisible) RedrawWheel();
-}
-
 void ReloadEngineFiles() {
     EngineState& engine = Engine();
     std::u16string ignored;
     LoadConfiguration(engine, ignored);
     RebuildPhrases(engine);
+}
+
+void ReloadEngineConfiguration() {
+    ReloadEngineFiles();
+    EngineState& engine = Engine();
+    const EngineSettings& settings = engine.Settings();
+    MatchThreadToSetting(settings.gazeEnabled, engine.gazeThread, gazeBody, engine.gazeStatus, kGazeStopWait);
+    MatchThreadToSetting(settings.voiceEnabled, engine.voiceThread, voiceBody, engine.voiceStatus, kVoiceStopWait);
+    // A changed toggleKey takes effect at the next start of the program.
+    if (engine.wheelVisible) RedrawWheel();
 }
 
 void ActivateWheels(std::vector<Wheel> wheels) {
