@@ -119,6 +119,20 @@ struct Watched {
 };
 Watched watched;
 
+void NoteForeground(HWND foreground) {
+    if (foreground == watched.foreground) return;
+    wchar_t className[64] = {};
+    if (foreground) GetClassNameW(foreground, className, 64);
+    Log("foreground %s", foreground ? Utf8(className).c_str() : "none");
+    watched.foreground = foreground;
+}
+
+// Every foreground change as the system reports it; the watch timer alone
+// can miss one that lasts less than its period.
+void CALLBACK OnForegroundEvent(HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) {
+    NoteForeground(window);
+}
+
 void Watch() {
     HWND main = FindWindowW(L"RadialOverlayMain", nullptr);
     if (main && !watched.engineUp) Log("engine up");
@@ -136,13 +150,7 @@ void Watch() {
         Log("wheel hidden t=%llu", GetTickCount64());
     }
     watched.wheelShown = wheelShown;
-    HWND foreground = GetForegroundWindow();
-    if (foreground != watched.foreground) {
-        wchar_t className[64] = {};
-        if (foreground) GetClassNameW(foreground, className, 64);
-        Log("foreground %s", foreground ? Utf8(className).c_str() : "none");
-    }
-    watched.foreground = foreground;
+    NoteForeground(GetForegroundWindow());
     EnumWindows(LogMessageBox, 0);
     RunCommands();
 }
@@ -202,6 +210,8 @@ int main() {
                            1280, 1000, nullptr, nullptr, windowClass.hInstance, nullptr);
     if (takeHotKey != 0) Log("hotkey %s", RegisterHotKey(self, 7, MOD_NOREPEAT, takeHotKey) ? "taken" : "refused");
     SetForegroundWindow(self);
+    SetWinEventHook(EVENT_SYSTEM_FOREGROUND, EVENT_SYSTEM_FOREGROUND, nullptr, OnForegroundEvent, 0, 0,
+                    WINEVENT_OUTOFCONTEXT);
     SetTimer(self, 1, 5, nullptr);
     Log("ready");
     MSG message;
