@@ -20,13 +20,22 @@ constexpr std::uint32_t kVoiceStopWait = 2000;
 // The tray tip's fixed field holds 128 units with its terminator.
 constexpr std::size_t kTrayTipLimit = 127;
 
-std::mutex bodiesLock;
-BackgroundBody gazeBody;
-BackgroundBody voiceBody;
+std::mutex makersLock;
+ThreadBodyMaker gazeMaker;
+ThreadBodyMaker voiceMaker;
 
-BackgroundBody Body(const BackgroundBody& body) {
-    std::lock_guard lock(bodiesLock);
-    return body;
+BackgroundBody MakeBody(const ThreadBodyMaker& installed) {
+    ThreadBodyMaker maker;
+    {
+        std::lock_guard lock(makersLock);
+        maker = installed;
+    }
+    return maker ? maker() : BackgroundBody();
+}
+
+ThreadBodyMaker Always(BackgroundBody body) {
+    if (!body) return nullptr;
+    return [body = std::move(body)] { return body; };
 }
 
 // Loads the files and publishes the one setting the voice thread reads.
@@ -41,7 +50,7 @@ void RebuildPhrases(EngineState& engine) {
 
 // Starts the thread when enabled and not running; stops it (bounded wait)
 // and reports it switched off when disabled.
-void MatchThreadToSetting(bool enabled, BackgroundThread& thread, const BackgroundBody& installed,
+void MatchThreadToSetting(bool enabled, BackgroundThread& thread, const ThreadBodyMaker& installed,
                           std::atomic<std::int32_t>& status, std::uint32_t stopWait) {
     if (!enabled) {
         if (thread.Running()) {
@@ -51,20 +60,24 @@ void MatchThreadToSetting(bool enabled, BackgroundThread& thread, const Backgrou
         return;
     }
     if (thread.Running()) return;
-    if (BackgroundBody body = Body(installed)) thread.Start(std::move(body));
+    if (BackgroundBody body = MakeBody(installed)) thread.Start(std::move(body));
 }
 
 }  // namespace
 
-void SetGazeThreadBody(BackgroundBody body) {
-    std::lock_guard lock(bodiesLock);
-    gazeBody = std::move(body);
+void SetGazeThreadMaker(ThreadBodyMaker maker) {
+    std::lock_guard lock(makersLock);
+    gazeMaker = std::move(maker);
 }
 
-void SetVoiceThreadBody(BackgroundBody body) {
-    std::lock_guard lock(bodiesLock);
-    voiceBody = std::move(body);
+void SetVoiceThreadMaker(ThreadBodyMaker maker) {
+    std::lock_guard lock(makersLock);
+    voiceMaker = std::move(maker);
 }
+
+void SetGazeThreadBody(BackgroundBody body) { SetGazeThreadMaker(Always(std::move(body))); }
+
+void SetVoiceThreadBody(BackgroundBody body) { SetVoiceThreadMaker(Always(std::move(body))); }
 
 bool StartEngine(bool showMessages) {
     EngineState& engine = Engine();
@@ -85,13 +98,13 @@ bool StartEngine(bool showMessages) {
     if (showMessages) system.AddTrayIcon(TrayIconTip(settings.toggleKey));
 
     if (settings.gazeEnabled) {
-        MatchThreadToSetting(true, engine.gazeThread, gazeBody, engine.gazeStatus, kGazeStopWait);
+        MatchThreadToSetting(true, engine.gazeThread, gazeMaker, engine.gazeStatus, kGazeStopWait);
     } else {
         engine.gazeStatus = 0;
     }
     RebuildPhrases(engine);
     if (settings.voiceEnabled) {
-        MatchThreadToSetting(true, engine.voiceThread, voiceBody, engine.voiceStatus, kVoiceStopWait);
+        MatchThreadToSetting(true, engine.voiceThread, voiceMaker, engine.voiceStatus, kVoiceStopWait);
     } else {
         engine.voiceStatus = 0;
     }
@@ -139,8 +152,8 @@ void ReloadEngineConfiguration() {
     ReloadEngineFiles();
     EngineState& engine = Engine();
     const EngineSettings& settings = engine.Settings();
-    MatchThreadToSetting(settings.gazeEnabled, engine.gazeThread, gazeBody, engine.gazeStatus, kGazeStopWait);
-    MatchThreadToSetting(settings.voiceEnabled, engine.voiceThread, voiceBody, engine.voiceStatus, kVoiceStopWait);
+    MatchThreadToSetting(settings.gazeEnabled, engine.gazeThread, gazeMaker, engine.gazeStatus, kGazeStopWait);
+    MatchThreadToSetting(settings.voiceEnabled, engine.voiceThread, voiceMaker, engine.voiceStatus, kVoiceStopWait);
     // A changed toggleKey takes effect at the next start of the program.
     if (engine.wheelVisible) RedrawWheel();
 }

@@ -1,6 +1,7 @@
 // Starting, stopping and reloading the engine, and activating a wheels file.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,8 +11,15 @@
 
 namespace zirvel {
 
+// Makes the body of a thread on the GUI thread as the thread starts, so the
+// body can take a copy of the settings it runs with.
+using ThreadBodyMaker = std::function<BackgroundBody()>;
+
 // The bodies of the eye-tracker and voice threads; without one installed
 // the thread is not started.
+void SetGazeThreadMaker(ThreadBodyMaker maker);
+void SetVoiceThreadMaker(ThreadBodyMaker maker);
+// The same body every time (tests).
 void SetGazeThreadBody(BackgroundBody body);
 void SetVoiceThreadBody(BackgroundBody body);
 

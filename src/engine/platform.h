@@ -137,6 +137,9 @@ public:
     // GUI. A balloon on the engine's own tray icon (only the stand-alone
     // engine host has one).
     virtual void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) = 0;
+    // any. The voice or eye-tracker status changed: the engine's main window
+    // repaints its status lines (where the engine has a window of its own).
+    virtual void StatusChanged() = 0;
 };
 
 }  // namespace zirvel

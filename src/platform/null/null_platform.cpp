@@ -463,6 +463,8 @@ void NullPlatform::ShowTrayNotice(const std::u16string& title, const std::u16str
     trayNotices_.push_back(title + u"|" + text);
 }
 
+void NullPlatform::StatusChanged() { ++statusRepaints_; }
+
 std::vector<std::u16string> NullPlatform::TrayNotices() const {
     std::lock_guard lock(mutex_);
     return trayNotices_;

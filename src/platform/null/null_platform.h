@@ -6,6 +6,7 @@
 // the engine in a process without a display.
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -78,6 +79,7 @@ public:
     std::vector<CursorMove> CursorMoves() const;
     std::vector<std::u16string> Warnings() const;
     std::vector<std::u16string> TrayNotices() const;  // "title|text"
+    int StatusRepaints() const { return statusRepaints_.load(); }
     std::vector<std::u16string> TrayIconTips() const;  // one per tray icon added
     std::vector<WindowHandle> ForegroundRequests() const;
     SurfaceState SurfaceAt(Surface surface) const;
@@ -124,6 +126,7 @@ public:
     void ShowWarning(const std::u16string& text) override;
     void AddTrayIcon(const std::u16string& tip) override;
     void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) override;
+    void StatusChanged() override;
 
 private:
     std::uint64_t NowLocked() const;
@@ -169,6 +172,7 @@ private:
     std::vector<std::u16string> warnings_;
     std::vector<std::u16string> trayNotices_;
     std::vector<std::u16string> trayTips_;
+    std::atomic<int> statusRepaints_{0};
 };
 
 }  // namespace zirvel

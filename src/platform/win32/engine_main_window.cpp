@@ -182,6 +182,11 @@ void Win32Platform::ShowTrayNotice(const std::u16string& title, const std::u16st
     if (trayAdded_) Shell_NotifyIconW(NIM_MODIFY, &trayIcon_);
 }
 
+// Called from the voice and gaze threads: InvalidateRect only queues a paint.
+void Win32Platform::StatusChanged() {
+    if (main_) InvalidateRect(main_, nullptr, TRUE);
+}
+
 void Win32Platform::RemoveTrayIcon() {
     if (!trayAdded_) return;
     Shell_NotifyIconW(NIM_DELETE, &trayIcon_);

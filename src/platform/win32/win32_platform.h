@@ -72,6 +72,7 @@ public:
     void ShowWarning(const std::u16string& text) override;
     void AddTrayIcon(const std::u16string& tip) override;
     void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) override;
+    void StatusChanged() override;
 
 private:
     static LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

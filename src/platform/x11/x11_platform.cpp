@@ -520,4 +520,7 @@ void X11Platform::ShowTrayNotice(const std::u16string& title, const std::u16stri
                       warning ? QSystemTrayIcon::Warning : QSystemTrayIcon::Information);
 }
 
+// The front-end's pages read the status on their own timer.
+void X11Platform::StatusChanged() {}
+
 }  // namespace zirvel::x11

@@ -76,6 +76,7 @@ public:
     void ShowWarning(const std::u16string& text) override;
     void AddTrayIcon(const std::u16string& tip) override;
     void ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) override;
+    void StatusChanged() override;
 
 private:
     // Handles every event Xlib has queued (the socket notifier and the

@@ -1,0 +1,83 @@
+// A scratch "model" folder for the stand-in recogniser: its script, the
+// log of every call the voice thread made, and where the variants of the
+// stand-in library were built.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "voice/speech_api.h"
+
+namespace zirvel::voice_test {
+
+// The stand-in library of one variant: "full", "without-set-grm",
+// "without-find-word", "without-result".
+inline std::u16string StandInLibrary(const std::string& variant) {
+    std::filesystem::path path = std::filesystem::path(ZIRVEL_STAND_IN_RECOGNISER_ROOT) / variant;
+    path /= std::filesystem::path(kSpeechLibraryFileName);
+    return path.make_preferred().u16string();
+}
+
+// Polls `done` every 5 ms for at most `limit`; true when it became true.
+template <class Condition>
+bool WaitFor(Condition done, std::chrono::milliseconds limit = std::chrono::seconds(5)) {
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    while (!done()) {
+        if (std::chrono::steady_clock::now() > deadline) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return true;
+}
+
+class StandInModel {
+public:
+    // A fresh folder `name` inside `parent` holding the script's lines.
+    StandInModel(const std::filesystem::path& parent, const std::string& name, const std::vector<std::string>& script)
+        : folder_(parent / name) {
+        std::filesystem::create_directories(folder_);
+        std::ofstream file(folder_ / "stand-in.txt", std::ios::binary);
+        for (const std::string& line : script) file << line << '\n';
+    }
+
+    const std::filesystem::path& Folder() const { return folder_; }
+
+    // The calls logged so far, without their times.
+    std::vector<std::string> Calls() const {
+        std::vector<std::string> calls;
+        std::ifstream file(folder_ / "calls.log", std::ios::binary);
+        std::string line;
+        while (std::getline(file, line)) {
+            const std::size_t space = line.find(' ');
+            calls.push_back(space == std::string::npos ? line : line.substr(space + 1));
+        }
+        return calls;
+    }
+
+    // How many logged calls begin with `prefix`.
+    int Count(const std::string& prefix) const {
+        int count = 0;
+        for (const std::string& call : Calls()) count += call.rfind(prefix, 0) == 0 ? 1 : 0;
+        return count;
+    }
+
+    // The last logged call beginning with `prefix`, or "".
+    std::string Last(const std::string& prefix) const {
+        std::string last;
+        for (const std::string& call : Calls()) {
+            if (call.rfind(prefix, 0) == 0) last = call;
+        }
+        return last;
+    }
+
+private:
+    std::filesystem::path folder_;
+};
+
+}  // namespace zirvel::voice_test
