@@ -9,9 +9,11 @@
 #include "engine/canvas_renderer.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
-#include "platform/win32/executable_directory.h"
+#include "engine/engine_voice_thread.h"
 #include "platform/win32/gdiplus_canvas.h"
+#include "platform/win32/wave_in_capture.h"
 #include "platform/win32/win32_platform.h"
+#include "system/runtime_library.h"
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
     // One engine per session, shared with Zirvel.exe; the handle stays open
@@ -23,13 +25,14 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
         return 0;
     }
     // The engine's files and icons/ resolve in the program directory.
-    const std::u16string directory = zirvel::win32::ExecutableDirectory();
+    const std::u16string directory = zirvel::GetProgramDirectory();
     SetCurrentDirectoryW(reinterpret_cast<const wchar_t*>(directory.c_str()));
 
     zirvel::GdiplusCanvasFactory canvases;  // GDI+ is started once, here
     zirvel::win32::Win32Platform platform(instance);
     zirvel::ResetEngineState(platform, directory);
     zirvel::InstallCanvasRenderer(canvases);
+    zirvel::InstallEngineVoiceThread([] { return std::make_unique<zirvel::win32::WaveInCapture>(); });
     // "Zakończ" destroys the main window, which lets go of the system; then the process ends.
     platform.SetMainWindowDestroyedHandler([] { PostQuitMessage(0); });
     zirvel::StartEngineOnce(true);

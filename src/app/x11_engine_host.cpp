@@ -1,8 +1,11 @@
 #include "app/x11_engine_host.h"
 
 #include "engine/canvas_renderer.h"
+#include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
+#include "engine/engine_voice_thread.h"
 #include "engine/overlay_exports.h"
+#include "platform/x11/pulse_capture.h"
 
 namespace zirvel::app {
 
@@ -15,6 +18,7 @@ X11EngineHost::~X11EngineHost() { Stop(); }
 void X11EngineHost::Start() {
     if (!platform_.Ready() || started_) return;
     InstallCanvasRenderer(canvases_);
+    InstallEngineVoiceThread([] { return std::make_unique<x11::PulseCapture>(); });
     // The result is not looked at: the window opens anyway and shows what the engine reports.
     OverlayEngineStart();
     started_ = true;
@@ -24,6 +28,7 @@ void X11EngineHost::Stop() {
     if (!started_) return;
     OverlayEngineStop();
     RemoveCanvasRenderer();
+    SetVoiceThreadMaker(nullptr);
     started_ = false;
 }
 
