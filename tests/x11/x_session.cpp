@@ -9,8 +9,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <fstream>
+#include <string_view>
 #include <thread>
 
 extern char** environ;
@@ -25,8 +28,18 @@ pid_t Spawn(const std::vector<std::string>& command, const std::vector<std::stri
     std::vector<char*> arguments;
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
+    // The given variables replace the inherited ones of the same name.
+    const auto overridden = [&environment](const char* inherited) {
+        const std::string_view name(inherited, std::strcspn(inherited, "="));
+        return std::any_of(environment.begin(), environment.end(), [&name](const std::string& variable) {
+            return variable.size() > name.size() && variable.compare(0, name.size(), name) == 0 &&
+                   variable[name.size()] == '=';
+        });
+    };
     std::vector<char*> variables;
-    for (char** variable = environ; *variable; ++variable) variables.push_back(*variable);
+    for (char** variable = environ; *variable; ++variable) {
+        if (!overridden(*variable)) variables.push_back(*variable);
+    }
     for (const std::string& variable : environment) variables.push_back(const_cast<char*>(variable.c_str()));
     variables.push_back(nullptr);
     pid_t pid = -1;
@@ -45,6 +58,12 @@ void StopProcess(pid_t pid) {
     waitpid(pid, nullptr, 0);
 }
 
+void WriteText(const std::filesystem::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+}  // namespace
+
 std::filesystem::path ScratchDirectory(const std::string& prefix) {
     static std::atomic<int> counter{0};
     std::filesystem::path path = std::filesystem::temp_directory_path() /
@@ -54,12 +73,6 @@ std::filesystem::path ScratchDirectory(const std::string& prefix) {
     std::filesystem::permissions(path, std::filesystem::perms::owner_all);
     return path;
 }
-
-void WriteText(const std::filesystem::path& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-}  // namespace
 
 // --- PrivateXServer ------------------------------------------------------------
 
@@ -386,8 +399,10 @@ ProgramUnderTest::~ProgramUnderTest() {
 
 std::vector<std::string> ProgramUnderTest::Environment() const {
     // Its own runtime folder and its own front-end settings, never the developer's.
-    return {"DISPLAY=" + display_, "XDG_RUNTIME_DIR=" + (directory_ / "runtime").string(),
-            "XDG_CONFIG_HOME=" + (directory_ / "settings").string(), "QT_QPA_PLATFORM=xcb"};
+    std::vector<std::string> variables{"DISPLAY=" + display_, "XDG_RUNTIME_DIR=" + (directory_ / "runtime").string(),
+                                       "XDG_CONFIG_HOME=" + (directory_ / "settings").string(), "QT_QPA_PLATFORM=xcb"};
+    variables.insert(variables.end(), extraEnvironment_.begin(), extraEnvironment_.end());
+    return variables;
 }
 
 std::unique_ptr<ChildProcess> ProgramUnderTest::StartAnother() {

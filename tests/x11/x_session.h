@@ -17,6 +17,9 @@
 
 namespace zirvel_test {
 
+// A fresh folder of the test's own in the temporary folder.
+std::filesystem::path ScratchDirectory(const std::string& prefix);
+
 // Xvfb on a display number it picks itself (-displayfd), with RandR. With
 // a framebuffer folder, Xvfb keeps its screen there as an XWD file: what a
 // compositing manager really painted, which GetImage does not show.
@@ -154,6 +157,8 @@ public:
     // Runs zirvel-activate or zirvel-say; their exit code.
     int Activate(const std::filesystem::path& file);
     int Say(const std::string& phrase);
+    // Further variables for the program's environment ("NAME=value").
+    void AddEnvironment(std::string variable) { extraEnvironment_.push_back(std::move(variable)); }
     const std::filesystem::path& Directory() const { return directory_; }
     ChildProcess* Process() const { return process_.get(); }
 
@@ -165,6 +170,7 @@ private:
     std::filesystem::path directory_;
     std::unique_ptr<ChildProcess> process_;
     int started_ = 0;
+    std::vector<std::string> extraEnvironment_;
 };
 
 }  // namespace zirvel_test

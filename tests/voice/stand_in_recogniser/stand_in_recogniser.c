@@ -4,8 +4,9 @@
  *   reject WORD          the vocabulary lookup does not know WORD
  *   result TEXT          the next final result (in order, one per line)
  *   every N              a final result after every N blocks (default 1)
- *   after-speech         a final result only at the first quiet block after
- *                        at least two loud ones: real speech went in
+ *   after-speech         a final result only after at least two loud
+ *                        blocks followed by three quiet ones (300 ms of
+ *                        silence): real speech went in and ended
  *   fail-create          recogniser creation answers null
  *   fault CALL N         the N-th call of CALL (accept, set_grm, new_grm)
  *                        faults with an access violation
@@ -39,6 +40,7 @@ static double NowMilliseconds(void) {
 #define MAX_ITEMS 64
 #define MAX_TEXT 256
 #define LOUD_PEAK 2000
+#define END_OF_SPEECH_BLOCKS 3
 
 typedef struct VoskModel {
     char folder[1024];
@@ -58,6 +60,7 @@ typedef struct VoskRecognizer {
     VoskModel* model;
     int blocks;
     int loudBlocks;
+    int quietBlocks;
     char result[MAX_TEXT + 32];
 } VoskRecognizer;
 
@@ -174,8 +177,12 @@ STAND_IN_EXPORT int vosk_recognizer_accept_waveform(VoskRecognizer* recognizer, 
     if (model->afterSpeech) {
         if (peak >= LOUD_PEAK) {
             ++recognizer->loudBlocks;
+            recognizer->quietBlocks = 0;
             return 0;
         }
+        /* The end of an utterance, as a recogniser's end-pointing hears it:
+         * a pause between words is not yet the end. */
+        if (++recognizer->quietBlocks < END_OF_SPEECH_BLOCKS) return 0;
         ready = recognizer->loudBlocks >= 2;
         recognizer->loudBlocks = 0;
     } else {

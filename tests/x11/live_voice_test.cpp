@@ -1,0 +1,94 @@
+// The real program hears: Polish speech played into a private PulseAudio
+// server reaches the recogniser (the stand-in, which answers only after it
+// was given audio that is not silence), and what it recognises acts.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "private_pulse_server.h"
+#include "voice/stand_in_model.h"
+#include "x_session.h"
+
+namespace zirvel_test {
+namespace {
+
+using namespace std::chrono_literals;
+using zirvel::voice_test::StandInLibrary;
+
+std::string VoiceConfig() {
+    return "{\"toggleKey\": \"F8\", \"voiceEnabled\": true, \"voiceModel\": \"model\", \"voiceDllPath\": \"" +
+           std::filesystem::path(StandInLibrary("full")).string() + "\"}";
+}
+
+class LiveVoiceTest : public ::testing::Test {
+protected:
+    LiveVoiceTest()
+        : server_(1920, 1080),
+          user_(server_.Name()),
+          application_(server_.Name(), 0, 0, 1920, 1080),
+          program_(server_.Name(), VoiceConfig(), ""),
+          model_(program_.Directory(), "model", {"after-speech", "result pokaż siatkę", "result siedem"}) {
+        for (const std::string& variable : pulse_.ClientEnvironment()) program_.AddEnvironment(variable);
+    }
+
+    void SetUp() override {
+        ASSERT_TRUE(server_.Running());
+        application_.Focus();
+        user_.MoveMouseTo(700, 500);
+    }
+
+    bool AudioReachesTheRecogniser(std::chrono::milliseconds limit) {
+        return WaitUntil([this] { return model_.Count("accept 3200 ") >= 3; }, limit, 20ms);
+    }
+
+    // What the recogniser was given and answered, for a failure's message.
+    std::string Results() const {
+        std::string results;
+        for (const std::string& call : model_.Calls()) {
+            if (call.rfind("result ", 0) == 0 || call.rfind("accept 3200 ", 0) == 0) results += call.substr(call.rfind(' ') + 1) + " ";
+        }
+        return results;
+    }
+
+    bool PointerComesTo(int x, int y) {
+        return WaitUntil([&] { return user_.Pointer() == std::make_pair(x, y); }, 5000ms);
+    }
+
+    PrivateXServer server_;
+    XConnection user_;
+    TestApplication application_;
+    PrivatePulseServer pulse_;
+    ProgramUnderTest program_;
+    zirvel::voice_test::StandInModel model_;
+};
+
+TEST_F(LiveVoiceTest, SpokenPhrasesShowTheGridAndMoveThePointer) {
+    ASSERT_TRUE(pulse_.Start());
+    ASSERT_TRUE(program_.Start());
+    ASSERT_TRUE(AudioReachesTheRecogniser(5000ms)) << "no audio reached the recogniser";
+    EXPECT_EQ(model_.Count("result "), 0) << "silence was taken for speech";
+
+    ASSERT_TRUE(pulse_.Say("pokaż siatkę"));
+    EXPECT_TRUE(PointerComesTo(960, 540)) << "the grid did not show; " << Results();
+    ASSERT_TRUE(pulse_.Say("siedem"));
+    EXPECT_TRUE(PointerComesTo(1200, 405)) << "the pointer did not move to cell 7 but is at " << user_.Pointer().first
+                                           << ", " << user_.Pointer().second << "; " << Results();
+    EXPECT_EQ(model_.Count("result "), 2);
+}
+
+TEST_F(LiveVoiceTest, AMicrophoneThatAppearsLaterIsHeardWithoutARestart) {
+    ASSERT_TRUE(program_.Start());
+    ASSERT_TRUE(WaitUntil([this] { return model_.Count("new_grm ") == 1; }, 5000ms, 20ms));
+    std::this_thread::sleep_for(1s);
+    EXPECT_EQ(model_.Count("accept "), 0);
+
+    ASSERT_TRUE(pulse_.Start());
+    EXPECT_TRUE(AudioReachesTheRecogniser(4500ms)) << "the thread did not find the new microphone";
+    ASSERT_TRUE(pulse_.Say("pokaż siatkę"));
+    EXPECT_TRUE(PointerComesTo(960, 540));
+    EXPECT_TRUE(program_.Process()->Alive());
+}
+
+}  // namespace
+}  // namespace zirvel_test
