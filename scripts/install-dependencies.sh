@@ -10,12 +10,15 @@ set -euo pipefail
 # Qt 6 draws the pictures and the overlay windows on Linux (its image
 # plugins decode ICO and JPEG icons); DejaVu Sans stands in for "Segoe UI";
 # Qt SVG draws the icons from resources/ at build time; Xlib, XInput2,
-# XTest and RandR drive the X server.
+# XTest and RandR drive the X server; the PulseAudio client records the
+# microphone; npm fetches the speech recogniser library.
 build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-dejavu-core
-                libx11-dev libxi-dev libxtst-dev libxrandr-dev)
+                libx11-dev libxi-dev libxtst-dev libxrandr-dev libpulse-dev)
+# A private sound server without a sound card and Polish speech for the
+# voice tests.
 test_packages=(libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
-               xcompmgr x11-utils)
+               xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng)
 
 demo_packages=(xvfb xcompmgr x11-apps x11-xserver-utils xdotool xterm netpbm)
 # The Windows demo: the cross compiler, Wine, and a tray host for Wine's icons.
@@ -28,6 +31,9 @@ case "${1:-}" in
   test) wanted=("${build_packages[@]}" "${test_packages[@]}") ;;
   *) echo "usage: $0 run|test|demo|demo-windows" >&2; exit 2 ;;
 esac
+
+# npm may come with Node.js from elsewhere; Debian's only when there is none.
+command -v npm >/dev/null || wanted+=(npm)
 
 missing=()
 for package in "${wanted[@]}"; do

@@ -9,6 +9,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-dependencies.sh run
+scripts/fetch-recogniser.sh >/dev/null
 cmake --preset linux >/dev/null
 cmake --build --preset linux --target zirvel zirvel-activate zirvel-say
 

@@ -6,6 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-dependencies.sh test
+scripts/fetch-recogniser.sh >/dev/null
 
 for preset in linux linux-tsan windows; do
   echo "=== $preset: configure and build"

@@ -17,13 +17,15 @@
 
 namespace zirvel::voice_test {
 
+#ifdef ZIRVEL_STAND_IN_RECOGNISER_ROOT
 // The stand-in library of one variant: "full", "without-set-grm",
-// "without-find-word", "without-result".
+// "without-find-word", "without-result" (of this build's platform).
 inline std::u16string StandInLibrary(const std::string& variant) {
     std::filesystem::path path = std::filesystem::path(ZIRVEL_STAND_IN_RECOGNISER_ROOT) / variant;
     path /= std::filesystem::path(kSpeechLibraryFileName);
     return path.make_preferred().u16string();
 }
+#endif
 
 // Polls `done` every 5 ms for at most `limit`; true when it became true.
 template <class Condition>

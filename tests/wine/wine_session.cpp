@@ -17,15 +17,6 @@ using namespace std::chrono_literals;
 const std::filesystem::path kWindowsBuild = ZIRVEL_WINDOWS_BUILD;
 const std::filesystem::path kPrefix = kWindowsBuild / "wineprefix";
 
-std::filesystem::path ScratchDirectory() {
-    static int counter = 0;
-    std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                 ("zirvel_wine_" + std::to_string(getpid()) + "_" + std::to_string(++counter));
-    std::filesystem::remove_all(path);
-    std::filesystem::create_directories(path);
-    return path;
-}
-
 void WriteText(const std::filesystem::path& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
@@ -50,12 +41,16 @@ WineSession::WineSession(const std::string& config, const std::string& wheels) :
     if (!server_.Running()) return;
     user_ = std::make_unique<XConnection>(server_.Name());
     if (!user_->Get()) return;
-    directory_ = ScratchDirectory();
+    directory_ = ScratchDirectory("zirvel_wine_");
     const std::filesystem::path programs = kWindowsBuild / "src" / "app";
     for (const char* name : {"zirvel-engine.exe", "zirvel-activate.exe", "zirvel-say.exe"}) {
         std::filesystem::copy_file(programs / name, directory_ / name);
     }
     std::filesystem::copy(programs / "icons", directory_ / "icons", std::filesystem::copy_options::recursive);
+    // The speech recogniser and its runtime, as the program folder ships them.
+    for (const char* name : {"libvosk.dll", "libstdc++-6.dll", "libgcc_s_seh-1.dll", "libwinpthread-1.dll"}) {
+        if (std::filesystem::exists(programs / name)) std::filesystem::copy_file(programs / name, directory_ / name);
+    }
     if (!config.empty()) WriteText(directory_ / "config.json", config);
     if (!wheels.empty()) WriteText(directory_ / "default.json", wheels);
     WriteText(directory_ / "voice.json", R"({"actions": []})");
@@ -74,9 +69,12 @@ WineSession::~WineSession() {
 }
 
 std::vector<std::string> WineSession::Environment() const {
-    return {"DISPLAY=" + server_.Name(), "WINEPREFIX=" + kPrefix.string(), "WINEDEBUG=-all",
-            // No Mono or Gecko installers; a crash ends the program instead of waiting in the debugger.
-            "WINEDLLOVERRIDES=mscoree,mshtml=;winedbg.exe=d", "LC_ALL=C.UTF-8"};
+    std::vector<std::string> variables{
+        "DISPLAY=" + server_.Name(), "WINEPREFIX=" + kPrefix.string(), "WINEDEBUG=-all",
+        // No Mono or Gecko installers; a crash ends the program instead of waiting in the debugger.
+        "WINEDLLOVERRIDES=mscoree,mshtml=;winedbg.exe=d", "LC_ALL=C.UTF-8"};
+    variables.insert(variables.end(), extraEnvironment_.begin(), extraEnvironment_.end());
+    return variables;
 }
 
 std::unique_ptr<ChildProcess> WineSession::Run(const std::vector<std::string>& command) {

@@ -28,6 +28,8 @@ public:
     WineSession& operator=(const WineSession&) = delete;
 
     bool Ready() const { return ready_; }
+    // Further variables for the environment of every Wine process ("NAME=value").
+    void AddEnvironment(std::string variable) { extraEnvironment_.push_back(std::move(variable)); }
     XConnection& User() { return *user_; }
     const std::filesystem::path& Directory() const { return directory_; }
     // The Windows form of a path of this machine (Wine's Z: drive).
@@ -67,6 +69,7 @@ private:
     std::unique_ptr<ChildProcess> application_;
     std::vector<std::unique_ptr<ChildProcess>> engines_;
     bool ready_ = false;
+    std::vector<std::string> extraEnvironment_;
 };
 
 // The value after "NAME=" in a log line such as "key down vk=51 t=200".

@@ -5,6 +5,10 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <X11/keysym.h>
 
 #include "private_pulse_server.h"
 #include "voice/stand_in_model.h"
@@ -88,6 +92,32 @@ TEST_F(LiveVoiceTest, AMicrophoneThatAppearsLaterIsHeardWithoutARestart) {
     ASSERT_TRUE(pulse_.Say("pokaż siatkę"));
     EXPECT_TRUE(PointerComesTo(960, 540));
     EXPECT_TRUE(program_.Process()->Alive());
+}
+
+// The published recogniser beside the program, with no model installed:
+// the program says so (the library's own line names the folder) and the
+// wheel works as ever.
+TEST(LiveRealRecogniserTest, WithoutAModelTheProgramKeepsWorking) {
+    PrivateXServer server(1280, 1024);
+    ASSERT_TRUE(server.Running());
+    XConnection user(server.Name());
+    TestApplication application(server.Name(), 0, 0, 1280, 1024);
+    application.Focus();
+    ProgramUnderTest program(server.Name(), R"({"toggleKey": "F8", "voiceEnabled": true})", "");
+    ASSERT_TRUE(std::filesystem::exists(program.Directory() / "libvosk.so")) << "run scripts/fetch-recogniser.sh";
+    ASSERT_TRUE(program.Start());
+    const std::filesystem::path output = program.Directory() / "output1.txt";
+    EXPECT_TRUE(WaitUntil(
+        [&] {
+            std::ifstream file(output);
+            const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+            return text.find("vosk-model-small-pl-0.22") != std::string::npos;
+        },
+        5000ms))
+        << "the recogniser did not try the model folder";
+    user.PressKey(XK_F8);
+    EXPECT_TRUE(WaitUntil([&] { return user.IsMapped(user.FindWindow("Zirvel — koło")); }, 3000ms));
+    EXPECT_TRUE(program.Process()->Alive());
 }
 
 }  // namespace

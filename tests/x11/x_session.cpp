@@ -377,9 +377,10 @@ ProgramUnderTest::ProgramUnderTest(const std::string& display, const std::string
     : display_(display), directory_(ScratchDirectory("zirvel_x11_")) {
     // The program reads its files from the folder it lives in.
     std::filesystem::copy_file(ZIRVEL_PROGRAM, directory_ / "zirvel");
-    // With the files the build puts beside it: themes, icons, the program's icon.
+    // With the files the build puts beside it: themes, icons, the program's
+    // icon and the speech recogniser library.
     const std::filesystem::path built = std::filesystem::path(ZIRVEL_PROGRAM).parent_path();
-    for (const char* name : {"themes", "icons", "zirvel.ico"}) {
+    for (const char* name : {"themes", "icons", "zirvel.ico", "libvosk.so"}) {
         if (std::filesystem::exists(built / name)) {
             std::filesystem::copy(built / name, directory_ / name, std::filesystem::copy_options::recursive);
         }

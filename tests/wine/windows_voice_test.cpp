@@ -1,0 +1,83 @@
+// zirvel-engine.exe hears through waveIn: Wine's audio driver records from
+// a private PulseAudio server, into which Polish speech is played. The
+// stand-in recogniser answers only after it was given audio that is not
+// silence; the published recogniser is loaded as the program folder ships
+// it.
+#include <gtest/gtest.h>
+
+#include <X11/keysym.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "private_pulse_server.h"
+#include "voice/stand_in_model.h"
+#include "wine_session.h"
+
+namespace zirvel_test {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::string StandInVoiceConfig() {
+    const std::filesystem::path library =
+        std::filesystem::path(ZIRVEL_WINDOWS_BUILD) / "tests/voice/stand_in_recogniser/full/libvosk.dll";
+    std::string escaped;  // backslashes in a JSON string are doubled
+    for (const char c : WineSession::WindowsPath(library)) escaped += c == '\\' ? std::string("\\\\") : std::string(1, c);
+    return R"({"toggleKey": "x", "voiceEnabled": true, "voiceModel": "model", "voiceDllPath": ")" + escaped + "\"}";
+}
+
+std::string TextOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+class WindowsVoiceTest : public ::testing::Test {
+protected:
+    WindowsVoiceTest()
+        : session_(StandInVoiceConfig(), ""),
+          model_(session_.Directory(), "model", {"after-speech", "result pokaż siatkę", "result siedem"}) {
+        for (const std::string& variable : pulse_.ClientEnvironment()) session_.AddEnvironment(variable);
+    }
+
+    PrivatePulseServer pulse_;
+    WineSession session_;
+    zirvel::voice_test::StandInModel model_;
+};
+
+TEST_F(WindowsVoiceTest, SpokenPhrasesShowTheGridAndMoveThePointer) {
+    ASSERT_TRUE(session_.Ready());
+    ASSERT_TRUE(pulse_.Start());
+    ASSERT_TRUE(session_.StartApplication());
+    ASSERT_TRUE(session_.StartEngine());
+    ASSERT_TRUE(WaitUntil([this] { return model_.Count("accept 3200 ") >= 3; }, 10000ms, 20ms))
+        << "no audio reached the recogniser through waveIn; its calls: " << model_.Calls().size() << " " << TextOf(session_.Directory() / "wine-output.txt");
+    EXPECT_EQ(model_.Count("result "), 0) << "silence was taken for speech";
+
+    ASSERT_TRUE(pulse_.Say("pokaż siatkę"));
+    EXPECT_TRUE(WaitUntil([this] { return session_.User().Pointer() == std::make_pair(640, 512); }, 5000ms))
+        << "the grid did not show";
+    ASSERT_TRUE(pulse_.Say("siedem"));
+    EXPECT_TRUE(WaitUntil([this] { return session_.User().Pointer() == std::make_pair(800, 384); }, 5000ms))
+        << "the pointer did not move to cell 7";
+    EXPECT_EQ(model_.Count("result "), 2);
+}
+
+TEST(WindowsRealRecogniserTest, WithoutAModelTheProgramKeepsWorking) {
+    WineSession session(R"({"toggleKey": "x", "voiceEnabled": true})", "");
+    ASSERT_TRUE(session.Ready());
+    ASSERT_TRUE(std::filesystem::exists(session.Directory() / "libvosk.dll")) << "run scripts/fetch-recogniser.sh";
+    ASSERT_TRUE(session.StartApplication());
+    ASSERT_TRUE(session.StartEngine());
+    // The library's own line names the model folder it could not open.
+    EXPECT_TRUE(WaitUntil(
+        [&] { return TextOf(session.Directory() / "wine-output.txt").find("vosk-model-small-pl-0.22") != std::string::npos; },
+        10000ms, 50ms))
+        << "the recogniser did not try the model folder";
+    session.User().PressKey(XK_x);
+    EXPECT_TRUE(session.WaitForLine("wheel shown", 5000ms)) << "the wheel did not show";
+}
+
+}  // namespace
+}  // namespace zirvel_test
