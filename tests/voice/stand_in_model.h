@@ -3,8 +3,6 @@
 // stand-in library were built.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <filesystem>
 #include <fstream>

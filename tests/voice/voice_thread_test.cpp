@@ -202,7 +202,7 @@ TEST_F(VoiceThreadTest, AFinalResultIsDispatched) {
     EXPECT_EQ(posted[1].kind, EngineMessageKind::RunWheelFunction);
     EXPECT_EQ(posted[1].first, 0);
     EXPECT_EQ(posted[1].second, 0);
-    EXPECT_EQ(model.Last("accept "), "accept 3200 0");
+    EXPECT_EQ(model.Last("accept "), "accept 3200 0 -1");
 }
 
 TEST_F(VoiceThreadTest, AnAcceptThatFaultsCountsAsNoResultAndListeningGoesOn) {

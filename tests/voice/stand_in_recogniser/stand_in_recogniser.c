@@ -11,7 +11,8 @@
  *   fault CALL N         the N-th call of CALL (accept, set_grm, new_grm)
  *                        faults with an access violation
  * Every call is appended to calls.log in the folder, with the time of a
- * monotonic clock in milliseconds, so a test sees what reached it.
+ * monotonic clock in milliseconds, so a test sees what reached it; an
+ * accepted block is logged as "accept BYTES PEAK FIRST-LOUD-SAMPLE".
  * Variants leave out entry points (see CMakeLists.txt). */
 #include <stdarg.h>
 #include <stdio.h>
@@ -157,12 +158,16 @@ STAND_IN_EXPORT void vosk_recognizer_set_grm(VoskRecognizer* recognizer, const c
 }
 #endif
 
-static int Peak(const char* data, int length) {
+/* The block's loudest sample, and the index of its first loud sample (-1
+ * when none is loud): where in the block a sound began. */
+static int Peak(const char* data, int length, int* firstLoud) {
     int peak = 0;
+    *firstLoud = -1;
     for (int index = 0; index + 1 < length; index += 2) {
         const short sample = (short)((unsigned char)data[index] | ((unsigned char)data[index + 1] << 8));
         const int magnitude = sample < 0 ? -sample : sample;
         if (magnitude > peak) peak = magnitude;
+        if (magnitude >= LOUD_PEAK && *firstLoud < 0) *firstLoud = index / 2;
     }
     return peak;
 }
@@ -170,8 +175,9 @@ static int Peak(const char* data, int length) {
 STAND_IN_EXPORT int vosk_recognizer_accept_waveform(VoskRecognizer* recognizer, const char* data, int length) {
     VoskModel* model = recognizer->model;
     ++model->acceptCalls;
-    const int peak = Peak(data, length);
-    Log(model, "accept %d %d", length, peak);
+    int firstLoud;
+    const int peak = Peak(data, length, &firstLoud);
+    Log(model, "accept %d %d %d", length, peak, firstLoud);
     if (model->acceptCalls == model->faultAccept) Fault();
     int ready;
     if (model->afterSpeech) {
