@@ -6,9 +6,12 @@
 #endif
 #include <windows.h>
 
+#include <memory>
+
 #include "engine/canvas_renderer.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
+#include "engine/engine_gaze_thread.h"
 #include "engine/engine_voice_thread.h"
 #include "platform/win32/gdiplus_canvas.h"
 #include "platform/win32/wave_in_capture.h"
@@ -33,6 +36,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
     zirvel::ResetEngineState(platform, directory);
     zirvel::InstallCanvasRenderer(canvases);
     zirvel::InstallEngineVoiceThread([] { return std::make_unique<zirvel::win32::WaveInCapture>(); });
+    zirvel::InstallEngineGazeThread();
     // "Zakończ" destroys the main window, which lets go of the system; then the process ends.
     platform.SetMainWindowDestroyedHandler([] { PostQuitMessage(0); });
     zirvel::StartEngineOnce(true);

@@ -1,6 +1,7 @@
 #include "app/x11_engine_host.h"
 
 #include "engine/canvas_renderer.h"
+#include "engine/engine_gaze_thread.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_thread.h"
@@ -19,6 +20,7 @@ void X11EngineHost::Start() {
     if (!platform_.Ready() || started_) return;
     InstallCanvasRenderer(canvases_);
     InstallEngineVoiceThread([] { return std::make_unique<x11::PulseCapture>(); });
+    InstallEngineGazeThread();
     // The result is not looked at: the window opens anyway and shows what the engine reports.
     OverlayEngineStart();
     started_ = true;
@@ -29,6 +31,7 @@ void X11EngineHost::Stop() {
     OverlayEngineStop();
     RemoveCanvasRenderer();
     SetVoiceThreadMaker(nullptr);
+    SetGazeThreadMaker(nullptr);
     started_ = false;
 }
 

@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/wait_for.h"
 #include "voice/speech_api.h"
 
 namespace zirvel::voice_test {
@@ -25,16 +26,7 @@ inline std::u16string StandInLibrary(const std::string& variant) {
 }
 #endif
 
-// Polls `done` every 5 ms for at most `limit`; true when it became true.
-template <class Condition>
-bool WaitFor(Condition done, std::chrono::milliseconds limit = std::chrono::seconds(5)) {
-    const auto deadline = std::chrono::steady_clock::now() + limit;
-    while (!done()) {
-        if (std::chrono::steady_clock::now() > deadline) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    return true;
-}
+using test_support::WaitFor;
 
 class StandInModel {
 public:
