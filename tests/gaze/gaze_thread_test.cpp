@@ -82,6 +82,8 @@ protected:
 
 const std::vector<std::string> kOneDevice{"device tobii-ttp://stand-in-1", "look 0.25 0.75"};
 
+// First in this program: Windows hands out a loaded library of the same
+// name to the search by name, so nothing may have loaded one before.
 TEST_F(GazeThreadTest, WithoutTheLibraryTheStatusIsLibraryMissing) {
     Start(kOneDevice, directory_ / "nowhere" / "tracker");
     ASSERT_TRUE(Ends());

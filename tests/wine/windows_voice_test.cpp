@@ -23,9 +23,8 @@ using namespace std::chrono_literals;
 std::string StandInVoiceConfig() {
     const std::filesystem::path library =
         std::filesystem::path(ZIRVEL_WINDOWS_BUILD) / "tests/voice/stand_in_recogniser/full/libvosk.dll";
-    std::string escaped;  // backslashes in a JSON string are doubled
-    for (const char c : WineSession::WindowsPath(library)) escaped += c == '\\' ? std::string("\\\\") : std::string(1, c);
-    return R"({"toggleKey": "x", "voiceEnabled": true, "voiceModel": "model", "voiceDllPath": ")" + escaped + "\"}";
+    return R"({"toggleKey": "x", "voiceEnabled": true, "voiceModel": "model", "voiceDllPath": ")" +
+           WineSession::WindowsPathInJson(library) + "\"}";
 }
 
 std::string TextOf(const std::filesystem::path& file) {

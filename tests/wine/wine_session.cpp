@@ -37,6 +37,12 @@ std::string WineSession::WindowsPath(const std::filesystem::path& path) {
     return text;
 }
 
+std::string WineSession::WindowsPathInJson(const std::filesystem::path& path) {
+    std::string escaped;
+    for (const char c : WindowsPath(path)) escaped += c == '\\' ? std::string("\\\\") : std::string(1, c);
+    return escaped;
+}
+
 WineSession::WineSession(const std::string& config, const std::string& wheels) : server_(1280, 1024) {
     if (!server_.Running()) return;
     user_ = std::make_unique<XConnection>(server_.Name());

@@ -34,6 +34,8 @@ public:
     const std::filesystem::path& Directory() const { return directory_; }
     // The Windows form of a path of this machine (Wine's Z: drive).
     static std::string WindowsPath(const std::filesystem::path& path);
+    // The same with its backslashes doubled, to stand inside a JSON string.
+    static std::string WindowsPathInJson(const std::filesystem::path& path);
 
     // Starts the stand-in application with these options and gives it the
     // keyboard focus; true once it is ready.

@@ -41,7 +41,8 @@ static void SleepMilliseconds(int milliseconds) {
 }
 #endif
 
-enum { NO_ERROR = 0, CONNECTION_FAILED = 5, TIMED_OUT = 6, INVALID_PARAMETER = 8 };
+/* tobii_error_t values (NO_ERROR and its kind are taken by windows.h). */
+enum { TOBII_NO_ERROR = 0, TOBII_CONNECTION_FAILED = 5, TOBII_TIMED_OUT = 6, TOBII_INVALID_PARAMETER = 8 };
 enum { SAMPLE_PERIOD = 10, MAX_DEVICES = 8, MAX_TEXT = 256 };
 
 typedef struct tobii_gaze_point_t {
@@ -120,15 +121,15 @@ STAND_IN_EXPORT int tobii_api_create(tobii_api_t** api, const void* customAlloc,
     Script script;
     ReadScript(&script);
     Log("api_create %d %d", customAlloc != NULL, customLog != NULL);
-    if (script.failApiCreate) return CONNECTION_FAILED;
+    if (script.failApiCreate) return TOBII_CONNECTION_FAILED;
     *api = calloc(1, sizeof **api);
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 
 STAND_IN_EXPORT int tobii_api_destroy(tobii_api_t* api) {
     Log("api_destroy");
     free(api);
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 
 STAND_IN_EXPORT int tobii_enumerate_local_device_urls(tobii_api_t* api, tobii_device_url_receiver_t receiver,
@@ -138,7 +139,7 @@ STAND_IN_EXPORT int tobii_enumerate_local_device_urls(tobii_api_t* api, tobii_de
     ReadScript(&script);
     Log("enumerate %d", script.deviceCount);
     for (int index = 0; index < script.deviceCount; ++index) receiver(script.devices[index], userData);
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 
 STAND_IN_EXPORT int tobii_device_create(tobii_api_t* api, const char* url, int fieldOfUse, tobii_device_t** device) {
@@ -146,29 +147,29 @@ STAND_IN_EXPORT int tobii_device_create(tobii_api_t* api, const char* url, int f
     Script script;
     ReadScript(&script);
     Log("device_create %s %d", url, fieldOfUse);
-    if (script.failDeviceCreate) return CONNECTION_FAILED;
+    if (script.failDeviceCreate) return TOBII_CONNECTION_FAILED;
     *device = calloc(1, sizeof **device);
     (*device)->waitErrorsLeft = script.waitErrors;
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 
 STAND_IN_EXPORT int tobii_device_destroy(tobii_device_t* device) {
     Log("device_destroy");
     free(device);
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 
 #ifndef STAND_IN_WITHOUT_OPTIONAL
 STAND_IN_EXPORT int tobii_device_reconnect(tobii_device_t* device) {
     (void)device;
     Log("reconnect");
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 
 STAND_IN_EXPORT int tobii_gaze_point_unsubscribe(tobii_device_t* device) {
     device->callback = NULL;
     Log("unsubscribe");
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 #endif
 
@@ -177,36 +178,36 @@ STAND_IN_EXPORT int tobii_gaze_point_subscribe(tobii_device_t* device, tobii_gaz
     Script script;
     ReadScript(&script);
     Log("subscribe");
-    if (script.failSubscribe) return CONNECTION_FAILED;
+    if (script.failSubscribe) return TOBII_CONNECTION_FAILED;
     device->callback = callback;
     device->userData = userData;
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 
 STAND_IN_EXPORT int tobii_wait_for_callbacks(int deviceCount, tobii_device_t* const* devices) {
-    if (deviceCount != 1 || !devices || !devices[0]) return INVALID_PARAMETER;
+    if (deviceCount != 1 || !devices || !devices[0]) return TOBII_INVALID_PARAMETER;
     tobii_device_t* device = devices[0];
     if (device->waitErrorsLeft > 0) {
         --device->waitErrorsLeft;
         Log("wait_error");
         SleepMilliseconds(SAMPLE_PERIOD);
-        return CONNECTION_FAILED;
+        return TOBII_CONNECTION_FAILED;
     }
     Script script;
     ReadScript(&script);
     if (script.silent) {
         SleepMilliseconds(100);
-        return TIMED_OUT;
+        return TOBII_TIMED_OUT;
     }
     const double wait = device->nextSample - NowMilliseconds();
     if (wait > 0) SleepMilliseconds((int)wait + 1);
     device->nextSample = NowMilliseconds() + SAMPLE_PERIOD;
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 
 #ifndef STAND_IN_WITHOUT_PROCESS_CALLBACKS
 STAND_IN_EXPORT int tobii_device_process_callbacks(tobii_device_t* device) {
-    if (!device->callback) return NO_ERROR;
+    if (!device->callback) return TOBII_NO_ERROR;
     Script script;
     ReadScript(&script);
     tobii_gaze_point_t sample;
@@ -215,6 +216,6 @@ STAND_IN_EXPORT int tobii_device_process_callbacks(tobii_device_t* device) {
     sample.position_xy[0] = script.x;
     sample.position_xy[1] = script.y;
     device->callback(&sample, device->userData);
-    return NO_ERROR;
+    return TOBII_NO_ERROR;
 }
 #endif
