@@ -8,6 +8,7 @@
  *   look invalid      samples are invalid
  *   silent            no samples: every wait times out after 100 ms
  *   wait-errors N     the first N waits after subscribing fail
+ *   log-samples       every sample is logged too ("sample X Y VALID")
  * Samples come every 10 ms. Every call but the waits and samples is
  * appended to the file's name + ".log", with the time of a monotonic
  * clock in milliseconds. Variants leave out entry points (CMakeLists.txt). */
@@ -58,7 +59,7 @@ typedef struct Script {
     char devices[MAX_DEVICES][MAX_TEXT];
     int deviceCount;
     int failApiCreate, failDeviceCreate, failSubscribe;
-    int invalid, silent, waitErrors;
+    int invalid, silent, waitErrors, logSamples;
     float x, y;
 } Script;
 
@@ -94,6 +95,8 @@ static void ReadScript(Script* script) {
             script->invalid = 0;
         } else if (strcmp(line, "silent") == 0) {
             script->silent = 1;
+        } else if (strcmp(line, "log-samples") == 0) {
+            script->logSamples = 1;
         } else {
             sscanf(line, "wait-errors %d", &script->waitErrors);
         }
@@ -215,6 +218,7 @@ STAND_IN_EXPORT int tobii_device_process_callbacks(tobii_device_t* device) {
     sample.validity = script.invalid ? 0 : 1;
     sample.position_xy[0] = script.x;
     sample.position_xy[1] = script.y;
+    if (script.logSamples) Log("sample %.4f %.4f %d", script.x, script.y, sample.validity);
     device->callback(&sample, device->userData);
     return TOBII_NO_ERROR;
 }
