@@ -105,11 +105,16 @@ TEST_F(LiveGazeTest, ADwellOnAFieldRunsIt) {
     const XConnection::Geometry wheel = user_.WindowGeometry(user_.FindWindow(kWheelTitle));
     ASSERT_EQ(wheel.x, 666);
     ASSERT_EQ(wheel.y, 310);
+    const std::uint64_t before = user_.ScreenChecksum(wheel);
     tracker_.Script({"device tobii-ttp://stand-in", LookAt(kFirstFieldX, kFirstFieldY)});
     // The cursor follows, then the ring grows: the picture keeps changing
     // until the dwell ends and the wheel hides.
-    std::set<std::uint64_t> pictures;
     const auto looked = std::chrono::steady_clock::now();
+    // At once, although the program started moments ago: the mouse counts
+    // as still since long before.
+    EXPECT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(wheel) != before; }, 250ms, 1ms))
+        << "the cursor did not follow at once";
+    std::set<std::uint64_t> pictures;
     bool saved = false;  // one picture for the README
     while (user_.IsMapped(user_.FindWindow(kWheelTitle)) && std::chrono::steady_clock::now() - looked < 3s) {
         pictures.insert(user_.ScreenChecksum(wheel));

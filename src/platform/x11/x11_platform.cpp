@@ -40,8 +40,6 @@ constexpr unsigned kLockModifierSets[] = {0, LockMask, Mod2Mask, LockMask | Mod2
 
 constexpr long kActiveWindowFromPager = 2;
 
-const std::chrono::steady_clock::time_point processStart = std::chrono::steady_clock::now();
-
 QString ToQString(const std::u16string& text) {
     return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -202,9 +200,13 @@ void X11Platform::Post(EngineMessage message) {
         Qt::QueuedConnection);
 }
 
+// Milliseconds of the monotonic clock since the system started, as
+// GetTickCount64 counts: "long ago" (0) is long ago from the first moment,
+// so the gaze may steer right after the program starts.
 std::uint64_t X11Platform::TickCount() {
     return static_cast<std::uint64_t>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - processStart).count());
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch())
+            .count());
 }
 
 void X11Platform::Sleep(std::uint32_t milliseconds) {
