@@ -1,5 +1,6 @@
 #include "voice/voice_thread.h"
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -75,8 +76,13 @@ bool VoiceSession::OpenMicrophone() {
     while (!Stopping()) {
         if (host_.microphone.Open()) return true;
         Publish(kVoiceNoMicrophone);
-        for (std::uint32_t step = 0; step < kMicrophoneRetrySteps && !Stopping(); ++step) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(kMicrophoneRetryStep));
+        // 3 s in steps of 100 ms, by the clock: a busy machine's late
+        // wake-ups do not add up.
+        const auto retry = std::chrono::steady_clock::now() + std::chrono::milliseconds(kMicrophoneRetryPause);
+        while (!Stopping() && std::chrono::steady_clock::now() < retry) {
+            const auto left = retry - std::chrono::steady_clock::now();
+            std::this_thread::sleep_for(std::min<std::chrono::steady_clock::duration>(
+                left, std::chrono::milliseconds(kMicrophoneRetryStep)));
         }
     }
     return false;

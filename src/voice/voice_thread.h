@@ -23,7 +23,7 @@ inline constexpr std::int32_t kVoiceInitialisationError = 6;
 
 // While there is no microphone it is tried again every 3 s, the stop flag
 // looked at every 100 ms; while listening a block is waited for 250 ms.
-inline constexpr std::uint32_t kMicrophoneRetrySteps = 30;
+inline constexpr std::uint32_t kMicrophoneRetryPause = 3000;
 inline constexpr std::uint32_t kMicrophoneRetryStep = 100;
 inline constexpr std::uint32_t kCaptureWait = 250;
 
