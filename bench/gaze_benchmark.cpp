@@ -37,13 +37,10 @@ const std::string kLookAtTheFirstField =
 
 double Now() { return Milliseconds(Clock::now().time_since_epoch()); }
 
-// The time of the first logged sample at or after `since`.
+// The time of the first valid sample logged at or after `since`.
 double FirstSampleAfter(const std::filesystem::path& log, double since) {
-    std::ifstream file(log);
-    std::string line;
-    while (std::getline(file, line)) {
-        const double time = std::strtod(line.c_str(), nullptr);
-        if (time >= since && line.find(" sample ") != std::string::npos && line.back() == '1') return time;
+    for (const zirvel::test_support::LoggedCall& call : zirvel::test_support::ReadCallLog(log)) {
+        if (call.time >= since && call.text.rfind("sample ", 0) == 0 && call.text.back() == '1') return call.time;
     }
     return 0.0;
 }

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <unistd.h>
 
 namespace zirvel_bench {
@@ -38,6 +39,12 @@ double CpuSeconds(pid_t pid) {
         if (index == 15) break;
     }
     return ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+double CpuPercentOver(pid_t pid, std::chrono::seconds span) {
+    const double before = CpuSeconds(pid);
+    std::this_thread::sleep_for(span);
+    return 100.0 * (CpuSeconds(pid) - before) / static_cast<double>(span.count());
 }
 
 }  // namespace zirvel_bench

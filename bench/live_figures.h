@@ -17,5 +17,7 @@ double Milliseconds(std::chrono::steady_clock::duration duration);
 void ReportLatency(const char* what, std::vector<double> samples);
 // User plus system CPU time of a process so far, in seconds (0 when it is gone).
 double CpuSeconds(pid_t pid);
+// The share of one core a process used over the next `span`, in percent.
+double CpuPercentOver(pid_t pid, std::chrono::seconds span);
 
 }  // namespace zirvel_bench

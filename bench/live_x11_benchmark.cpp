@@ -22,7 +22,7 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 using zirvel_test::WaitUntil;
-using zirvel_bench::CpuSeconds;
+using zirvel_bench::CpuPercentOver;
 using zirvel_bench::Milliseconds;
 using zirvel_bench::ReportLatency;
 
@@ -31,12 +31,6 @@ constexpr int kSendDelay = 150;
 
 constexpr char kConfig[] = R"({"toggleKey": "f8", "sendDelay": 150, "keyHold": 20, "gazeEnabled": false,
                                "voiceEnabled": false})";
-
-double CpuPercentOver(pid_t pid, std::chrono::seconds span) {
-    const double before = CpuSeconds(pid);
-    std::this_thread::sleep_for(span);
-    return 100.0 * (CpuSeconds(pid) - before) / static_cast<double>(span.count());
-}
 
 }  // namespace
 

@@ -35,9 +35,12 @@ namespace {
 
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
-using zirvel_bench::CpuSeconds;
+using zirvel_bench::CpuPercentOver;
 using zirvel_bench::Milliseconds;
 using zirvel_bench::ReportLatency;
+using zirvel::test_support::CountCalls;
+using zirvel::test_support::LoggedCall;
+using zirvel::test_support::ReadCallLog;
 using zirvel_test::WaitUntil;
 
 constexpr int kSampleRate = 16000;
@@ -112,30 +115,6 @@ private:
     std::atomic<double> burstStart_{0.0};
 };
 
-struct LoggedCall {
-    double time;
-    std::string text;
-};
-
-// The stand-in's log with the times.
-std::vector<LoggedCall> Calls(const std::filesystem::path& folder) {
-    std::vector<LoggedCall> calls;
-    std::ifstream file(folder / "calls.log");
-    std::string line;
-    while (std::getline(file, line)) {
-        const std::size_t space = line.find(' ');
-        if (space == std::string::npos) continue;
-        calls.push_back({std::strtod(line.c_str(), nullptr), line.substr(space + 1)});
-    }
-    return calls;
-}
-
-std::size_t CountOf(const std::vector<LoggedCall>& calls, const std::string& prefix) {
-    std::size_t count = 0;
-    for (const LoggedCall& call : calls) count += call.text.rfind(prefix, 0) == 0 ? 1 : 0;
-    return count;
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -164,7 +143,7 @@ int main(int argc, char* argv[]) {
     for (const std::string& variable : pulse.ClientEnvironment()) program.AddEnvironment(variable);
     TonePlayer player(pulse.ClientEnvironment());
     if (!player.Ready() || !program.Start() ||
-        !WaitUntil([&] { return CountOf(Calls(model.Folder()), "accept ") >= 5; }, 10000ms)) {
+        !WaitUntil([&] { return CountCalls(ReadCallLog(model.LogFile()), "accept ") >= 5; }, 10000ms)) {
         std::fprintf(stderr, "voice_benchmark: the program did not start listening\n");
         return 1;
     }
@@ -174,7 +153,7 @@ int main(int argc, char* argv[]) {
     for (int round = 0; round < rounds; ++round) {
         for (int phrase = 0; phrase < 3; ++phrase) {
             user.MoveMouseTo(100, 100);
-            const std::size_t resultsBefore = CountOf(Calls(model.Folder()), "result ");
+            const int resultsBefore = CountCalls(ReadCallLog(model.LogFile()), "result ");
             std::this_thread::sleep_for(200ms);
             const double soundStart = player.Burst(400);
             Clock::time_point effect{};
@@ -187,8 +166,8 @@ int main(int argc, char* argv[]) {
                     effect = application.Events(KeyPress).back().arrived;
                 }
             }
-            WaitUntil([&] { return CountOf(Calls(model.Folder()), "result ") > resultsBefore; }, 3000ms);
-            const std::vector<LoggedCall> calls = Calls(model.Folder());
+            WaitUntil([&] { return CountCalls(ReadCallLog(model.LogFile()), "result ") > resultsBefore; }, 3000ms);
+            const std::vector<LoggedCall> calls = ReadCallLog(model.LogFile());
             double resultTime = 0.0;
             bool aged = false;
             for (const LoggedCall& call : calls) {
@@ -218,10 +197,7 @@ int main(int argc, char* argv[]) {
     ReportLatency("age of a sound's first sample at the recogniser", firstSampleAges);
     ReportLatency("age of the newest sample of that block at the recogniser", newestSampleAges);
 
-    const pid_t pid = program.Process()->Pid();
-    const double before = CpuSeconds(pid);
-    std::this_thread::sleep_for(std::chrono::seconds(silenceSeconds));
-    const double cpu = 100.0 * (CpuSeconds(pid) - before) / silenceSeconds;
+    const double cpu = CpuPercentOver(program.Process()->Pid(), std::chrono::seconds(silenceSeconds));
     std::printf("CPU of the whole program listening to silence for %d s: %.2f %% of a core\n", silenceSeconds, cpu);
     program.Stop();
     return 0;

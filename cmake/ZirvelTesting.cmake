@@ -57,6 +57,7 @@ function(zirvel_add_stand_in_library interface)
       LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${variant}
       RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${variant}
       ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${variant})
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     if(NOT definition STREQUAL "-")
       target_compile_definitions(${target} PRIVATE ${definition})
     endif()

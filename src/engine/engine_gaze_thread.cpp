@@ -8,10 +8,9 @@ namespace zirvel {
 
 void InstallEngineGazeThread() {
     SetGazeThreadMaker([]() -> BackgroundBody {
-        EngineState& engine = Engine();
-        EngineState* state = &engine;
-        std::u16string programDirectory = engine.configuration.programDirectory;
-        std::u16string gazeDllPath = engine.Settings().gazeDllPath;
+        EngineState* state = &Engine();
+        std::u16string programDirectory = state->configuration.programDirectory;
+        std::u16string gazeDllPath = state->Settings().gazeDllPath;
         return [state, programDirectory, gazeDllPath](const std::atomic<bool>& stop) {
             Platform& platform = *state->platform;
             GazeThreadHost host{stop,

@@ -3,14 +3,6 @@
 #include <system_error>
 
 namespace zirvel {
-namespace {
-
-template <class Function>
-void Resolve(LibraryHandle library, const char* name, Function& entry) {
-    entry = reinterpret_cast<Function>(ResolveSymbol(library, name));
-}
-
-}  // namespace
 
 bool TrackerApi::HasRequired() const {
     return apiCreate && apiDestroy && enumerateLocalDeviceUrls && deviceCreate && deviceDestroy &&
@@ -19,16 +11,16 @@ bool TrackerApi::HasRequired() const {
 
 TrackerApi ResolveTrackerApi(LibraryHandle library) {
     TrackerApi api;
-    Resolve(library, "tobii_api_create", api.apiCreate);
-    Resolve(library, "tobii_api_destroy", api.apiDestroy);
-    Resolve(library, "tobii_enumerate_local_device_urls", api.enumerateLocalDeviceUrls);
-    Resolve(library, "tobii_device_create", api.deviceCreate);
-    Resolve(library, "tobii_device_destroy", api.deviceDestroy);
-    Resolve(library, "tobii_device_reconnect", api.deviceReconnect);
-    Resolve(library, "tobii_gaze_point_subscribe", api.gazePointSubscribe);
-    Resolve(library, "tobii_gaze_point_unsubscribe", api.gazePointUnsubscribe);
-    Resolve(library, "tobii_wait_for_callbacks", api.waitForCallbacks);
-    Resolve(library, "tobii_device_process_callbacks", api.deviceProcessCallbacks);
+    ResolveEntry(library, "tobii_api_create", api.apiCreate);
+    ResolveEntry(library, "tobii_api_destroy", api.apiDestroy);
+    ResolveEntry(library, "tobii_enumerate_local_device_urls", api.enumerateLocalDeviceUrls);
+    ResolveEntry(library, "tobii_device_create", api.deviceCreate);
+    ResolveEntry(library, "tobii_device_destroy", api.deviceDestroy);
+    ResolveEntry(library, "tobii_device_reconnect", api.deviceReconnect);
+    ResolveEntry(library, "tobii_gaze_point_subscribe", api.gazePointSubscribe);
+    ResolveEntry(library, "tobii_gaze_point_unsubscribe", api.gazePointUnsubscribe);
+    ResolveEntry(library, "tobii_wait_for_callbacks", api.waitForCallbacks);
+    ResolveEntry(library, "tobii_device_process_callbacks", api.deviceProcessCallbacks);
     return api;
 }
 

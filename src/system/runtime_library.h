@@ -21,6 +21,12 @@ LibraryHandle LoadLibraryByName(const std::u16string& fileName);
 // The address of an exported name, or null.
 void* ResolveSymbol(LibraryHandle library, const char* name);
 
+// ResolveSymbol into a function pointer of the entry's published type.
+template <class Function>
+void ResolveEntry(LibraryHandle library, const char* name, Function& entry) {
+    entry = reinterpret_cast<Function>(ResolveSymbol(library, name));
+}
+
 // The folder of the running executable without a trailing separator, or
 // "." when it cannot be told.
 std::u16string GetProgramDirectory();

@@ -3,14 +3,6 @@
 #include <cstring>
 
 namespace zirvel {
-namespace {
-
-template <class Function>
-void Resolve(LibraryHandle library, const char* name, Function& entry) {
-    entry = reinterpret_cast<Function>(ResolveSymbol(library, name));
-}
-
-}  // namespace
 
 bool SpeechApi::HasRequired() const {
     return modelNew && modelFree && recognizerNewGrm && recognizerAcceptWaveform && recognizerResult &&
@@ -19,15 +11,15 @@ bool SpeechApi::HasRequired() const {
 
 SpeechApi ResolveSpeechApi(LibraryHandle library) {
     SpeechApi api;
-    Resolve(library, "vosk_set_log_level", api.setLogLevel);
-    Resolve(library, "vosk_model_new", api.modelNew);
-    Resolve(library, "vosk_model_free", api.modelFree);
-    Resolve(library, "vosk_recognizer_new_grm", api.recognizerNewGrm);
-    Resolve(library, "vosk_recognizer_set_grm", api.recognizerSetGrm);
-    Resolve(library, "vosk_recognizer_accept_waveform", api.recognizerAcceptWaveform);
-    Resolve(library, "vosk_recognizer_result", api.recognizerResult);
-    Resolve(library, "vosk_recognizer_free", api.recognizerFree);
-    Resolve(library, "vosk_model_find_word", api.modelFindWord);
+    ResolveEntry(library, "vosk_set_log_level", api.setLogLevel);
+    ResolveEntry(library, "vosk_model_new", api.modelNew);
+    ResolveEntry(library, "vosk_model_free", api.modelFree);
+    ResolveEntry(library, "vosk_recognizer_new_grm", api.recognizerNewGrm);
+    ResolveEntry(library, "vosk_recognizer_set_grm", api.recognizerSetGrm);
+    ResolveEntry(library, "vosk_recognizer_accept_waveform", api.recognizerAcceptWaveform);
+    ResolveEntry(library, "vosk_recognizer_result", api.recognizerResult);
+    ResolveEntry(library, "vosk_recognizer_free", api.recognizerFree);
+    ResolveEntry(library, "vosk_model_find_word", api.modelFindWord);
     return api;
 }
 

@@ -53,10 +53,8 @@ std::string VoiceSession::Grammar() {
 }
 
 VoskRecognizer* VoiceSession::CreateRecognizer(const std::string& grammar) {
-    VoskRecognizer* created = nullptr;
-    if (!RunGuarded([&] { created = api_.recognizerNewGrm(model_, kSpeechSampleRate, grammar.c_str()); })) {
-        return nullptr;
-    }
+    VoskRecognizer* created = nullptr;  // stays null when the call faults
+    RunGuarded([&] { created = api_.recognizerNewGrm(model_, kSpeechSampleRate, grammar.c_str()); });
     return created;
 }
 

@@ -2,15 +2,14 @@
 // built, its script (read again before every sample) and its call log.
 #pragma once
 
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "gaze/tracker_api.h"
+#include "support/call_log.h"
 
 namespace zirvel::gaze_test {
 
@@ -56,22 +55,9 @@ public:
 
     std::filesystem::path LogFile() const { return script_.string() + ".log"; }
 
-    // The calls logged so far, without their times.
-    std::vector<std::string> Calls() const {
-        std::vector<std::string> calls;
-        std::ifstream file(LogFile(), std::ios::binary);
-        std::string line;
-        while (std::getline(file, line)) {
-            const std::size_t space = line.find(' ');
-            calls.push_back(space == std::string::npos ? line : line.substr(space + 1));
-        }
-        return calls;
-    }
-
+    // How many logged calls begin with `prefix`.
     int Count(const std::string& prefix) const {
-        int count = 0;
-        for (const std::string& call : Calls()) count += call.rfind(prefix, 0) == 0 ? 1 : 0;
-        return count;
+        return test_support::CountCalls(test_support::ReadCallLog(LogFile()), prefix);
     }
 
 private:

@@ -3,14 +3,12 @@
 // stand-in library were built.
 #pragma once
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
+#include "support/call_log.h"
 #include "support/wait_for.h"
 #include "voice/speech_api.h"
 
@@ -40,23 +38,14 @@ public:
 
     const std::filesystem::path& Folder() const { return folder_; }
 
+    std::filesystem::path LogFile() const { return folder_ / "calls.log"; }
+
     // The calls logged so far, without their times.
-    std::vector<std::string> Calls() const {
-        std::vector<std::string> calls;
-        std::ifstream file(folder_ / "calls.log", std::ios::binary);
-        std::string line;
-        while (std::getline(file, line)) {
-            const std::size_t space = line.find(' ');
-            calls.push_back(space == std::string::npos ? line : line.substr(space + 1));
-        }
-        return calls;
-    }
+    std::vector<std::string> Calls() const { return test_support::CallTexts(test_support::ReadCallLog(LogFile())); }
 
     // How many logged calls begin with `prefix`.
     int Count(const std::string& prefix) const {
-        int count = 0;
-        for (const std::string& call : Calls()) count += call.rfind(prefix, 0) == 0 ? 1 : 0;
-        return count;
+        return test_support::CountCalls(test_support::ReadCallLog(LogFile()), prefix);
     }
 
     // The last logged call beginning with `prefix`, or "".

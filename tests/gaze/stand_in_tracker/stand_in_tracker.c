@@ -12,30 +12,15 @@
  * Samples come every 10 ms. Every call but the waits and samples is
  * appended to the file's name + ".log", with the time of a monotonic
  * clock in milliseconds. Variants leave out entry points (CMakeLists.txt). */
-#include <stdarg.h>
 #include <stdint.h>
-#include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
+#include "support/stand_in_call_log.h"
+
 #ifdef _WIN32
-#include <windows.h>
-#define STAND_IN_EXPORT __declspec(dllexport)
-static double NowMilliseconds(void) {
-    LARGE_INTEGER counter, frequency;
-    QueryPerformanceCounter(&counter);
-    QueryPerformanceFrequency(&frequency);
-    return (double)counter.QuadPart * 1000.0 / (double)frequency.QuadPart;
-}
 static void SleepMilliseconds(int milliseconds) { Sleep((DWORD)milliseconds); }
 #else
-#include <time.h>
-#define STAND_IN_EXPORT __attribute__((visibility("default")))
-static double NowMilliseconds(void) {
-    struct timespec now;
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return (double)now.tv_sec * 1000.0 + (double)now.tv_nsec / 1e6;
-}
 static void SleepMilliseconds(int milliseconds) {
     struct timespec pause = {milliseconds / 1000, (long)(milliseconds % 1000) * 1000000L};
     nanosleep(&pause, NULL);
@@ -109,15 +94,10 @@ static void Log(const char* format, ...) {
     if (!path) return;
     char logPath[1100];
     snprintf(logPath, sizeof logPath, "%s.log", path);
-    FILE* file = fopen(logPath, "ab");
-    if (!file) return;
-    fprintf(file, "%.3f ", NowMilliseconds());
     va_list arguments;
     va_start(arguments, format);
-    vfprintf(file, format, arguments);
+    AppendCallLine(logPath, format, arguments);
     va_end(arguments);
-    fputc('\n', file);
-    fclose(file);
 }
 
 STAND_IN_EXPORT int tobii_api_create(tobii_api_t** api, const void* customAlloc, const void* customLog) {

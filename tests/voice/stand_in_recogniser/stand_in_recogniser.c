@@ -14,29 +14,10 @@
  * monotonic clock in milliseconds, so a test sees what reached it; an
  * accepted block is logged as "accept BYTES PEAK FIRST-LOUD-SAMPLE".
  * Variants leave out entry points (see CMakeLists.txt). */
-#include <stdarg.h>
-#include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
-#ifdef _WIN32
-#include <windows.h>
-#define STAND_IN_EXPORT __declspec(dllexport)
-static double NowMilliseconds(void) {
-    LARGE_INTEGER counter, frequency;
-    QueryPerformanceCounter(&counter);
-    QueryPerformanceFrequency(&frequency);
-    return (double)counter.QuadPart * 1000.0 / (double)frequency.QuadPart;
-}
-#else
-#include <time.h>
-#define STAND_IN_EXPORT __attribute__((visibility("default")))
-static double NowMilliseconds(void) {
-    struct timespec now;
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return (double)now.tv_sec * 1000.0 + (double)now.tv_nsec / 1e6;
-}
-#endif
+#include "support/stand_in_call_log.h"
 
 #define MAX_ITEMS 64
 #define MAX_TEXT 256
@@ -68,15 +49,10 @@ typedef struct VoskRecognizer {
 static void Log(const VoskModel* model, const char* format, ...) {
     char path[1100];
     snprintf(path, sizeof path, "%s/calls.log", model->folder);
-    FILE* file = fopen(path, "ab");
-    if (!file) return;
-    fprintf(file, "%.3f ", NowMilliseconds());
     va_list arguments;
     va_start(arguments, format);
-    vfprintf(file, format, arguments);
+    AppendCallLine(path, format, arguments);
     va_end(arguments);
-    fputc('\n', file);
-    fclose(file);
 }
 
 static void Fault(void) {
