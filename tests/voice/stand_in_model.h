@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,19 @@ public:
             if (call.rfind(prefix, 0) == 0) last = call;
         }
         return last;
+    }
+
+    // The peak of every block it was given and each result it answered, in
+    // order: what it heard, for a failure's message.
+    std::string Heard() const {
+        std::string heard;
+        for (const std::string& call : Calls()) {
+            if (call.rfind("result ", 0) == 0) heard += "[" + call + "] ";
+            std::istringstream fields(call);
+            std::string name, bytes, peak;
+            if (fields >> name >> bytes >> peak && name == "accept") heard += peak + " ";
+        }
+        return heard;
     }
 
 private:

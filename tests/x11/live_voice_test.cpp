@@ -46,15 +46,6 @@ protected:
         return WaitUntil([this] { return model_.Count("accept 3200 ") >= 3; }, limit, 20ms);
     }
 
-    // What the recogniser was given and answered, for a failure's message.
-    std::string Results() const {
-        std::string results;
-        for (const std::string& call : model_.Calls()) {
-            if (call.rfind("result ", 0) == 0 || call.rfind("accept 3200 ", 0) == 0) results += call.substr(call.rfind(' ') + 1) + " ";
-        }
-        return results;
-    }
-
     bool PointerComesTo(int x, int y) {
         return WaitUntil([&] { return user_.Pointer() == std::make_pair(x, y); }, 5000ms);
     }
@@ -74,10 +65,10 @@ TEST_F(LiveVoiceTest, SpokenPhrasesShowTheGridAndMoveThePointer) {
     EXPECT_EQ(model_.Count("result "), 0) << "silence was taken for speech";
 
     ASSERT_TRUE(pulse_.Say("pokaż siatkę"));
-    EXPECT_TRUE(PointerComesTo(960, 540)) << "the grid did not show; " << Results();
+    EXPECT_TRUE(PointerComesTo(960, 540)) << "the grid did not show; " << model_.Heard();
     ASSERT_TRUE(pulse_.Say("siedem"));
     EXPECT_TRUE(PointerComesTo(1200, 405)) << "the pointer did not move to cell 7 but is at " << user_.Pointer().first
-                                           << ", " << user_.Pointer().second << "; " << Results();
+                                           << ", " << user_.Pointer().second << "; " << model_.Heard();
     EXPECT_EQ(model_.Count("result "), 2);
 }
 
