@@ -1,0 +1,44 @@
+#include "platform/x11/accessibility_bus_switch.h"
+
+#include <gio/gio.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace zirvel::x11 {
+namespace {
+
+constexpr int kSwitchTimeoutMs = 1000;
+
+}  // namespace
+
+bool SessionBusConfigured() {
+    const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    if (address && *address) return true;
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    std::error_code ignored;
+    return runtime && *runtime && std::filesystem::exists(std::filesystem::path(runtime) / "bus", ignored);
+}
+
+bool SwitchAccessibilityBusOn() {
+    // Without a configured bus GDBus would try to launch one itself.
+    if (!SessionBusConfigured()) return false;
+    GError* error = nullptr;
+    GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error);
+    if (!bus) {
+        g_clear_error(&error);
+        return false;
+    }
+    GVariant* reply = g_dbus_connection_call_sync(
+        bus, "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
+        g_variant_new("(ssv)", "org.a11y.Status", "IsEnabled", g_variant_new_boolean(TRUE)), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, kSwitchTimeoutMs, nullptr, &error);
+    const bool on = reply != nullptr;
+    if (reply) g_variant_unref(reply);
+    g_clear_error(&error);
+    g_object_unref(bus);
+    return on;
+}
+
+}  // namespace zirvel::x11

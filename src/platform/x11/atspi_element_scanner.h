@@ -1,0 +1,35 @@
+// The element scan on an X display: the foreground window's application
+// found on the accessibility bus (AT-SPI2) by its process, and the
+// clickable elements of its window, then of the desktop's panel.
+#pragma once
+
+#include <memory>
+#include <mutex>
+
+#include "navigation/element_scanner.h"
+
+struct _XDisplay;
+
+namespace zirvel::x11 {
+
+class ForegroundWindowReader;
+
+class AtspiElementScanner final : public ElementScanner {
+public:
+    // Connects to nothing yet: the first scan does, on its own thread.
+    AtspiElementScanner();
+    ~AtspiElementScanner() override;
+    AtspiElementScanner(const AtspiElementScanner&) = delete;
+    AtspiElementScanner& operator=(const AtspiElementScanner&) = delete;
+
+    ElementScanResult Scan(ElementScanMode mode) override;
+
+private:
+    // Scans never overlap (the engine starts one at a time); the lock keeps
+    // it so for any other caller.
+    std::mutex lock_;
+    std::unique_ptr<ForegroundWindowReader> windows_;
+    _XDisplay* display_ = nullptr;  // for the monitors (RandR)
+};
+
+}  // namespace zirvel::x11

@@ -1,0 +1,261 @@
+#include "platform/x11/atspi_tree.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <utility>
+
+#include "platform/x11/atspi_roles.h"
+
+namespace zirvel::x11 {
+namespace {
+
+// Deeper trees than this are not walked: no real window nests its controls
+// that deep, and a tree that loops back on itself must end somewhere.
+constexpr int kMaxDepth = 48;
+
+// An application shows few top-level windows; more are not looked at.
+constexpr int kMaxTopLevels = 64;
+constexpr int kMaxApplications = 256;
+
+AccessibleRef Adopt(AtspiAccessible* node) { return AccessibleRef(node); }
+
+int ChildCount(AtspiAccessible* node) {
+    GError* error = nullptr;
+    const gint count = atspi_accessible_get_child_count(node, &error);
+    if (error) {
+        g_error_free(error);
+        return 0;
+    }
+    return count < 0 ? 0 : count;
+}
+
+AccessibleRef Child(AtspiAccessible* node, int index) {
+    GError* error = nullptr;
+    AtspiAccessible* child = atspi_accessible_get_child_at_index(node, index, &error);
+    g_clear_error(&error);
+    return Adopt(child);
+}
+
+std::int64_t Distance(const ScreenRect& a, const ScreenRect& b) {
+    return std::llabs(static_cast<std::int64_t>(a.left) - b.left) + std::llabs(static_cast<std::int64_t>(a.top) - b.top) +
+           std::llabs(static_cast<std::int64_t>(a.right) - b.right) +
+           std::llabs(static_cast<std::int64_t>(a.bottom) - b.bottom);
+}
+
+// Through the Collection interface: every shown descendant, in tree order,
+// in a single call. False when the application does not offer it.
+bool VisitThroughCollection(AtspiAccessible* root, ScanBudget& budget, const std::vector<AtspiRole>& roles,
+                            const std::function<Visit(AtspiAccessible*, const NodeFacts&)>& visit) {
+    AtspiCollection* collection = atspi_accessible_get_collection_iface(root);
+    if (!collection) return false;
+    AtspiStateSet* showing = atspi_state_set_new(nullptr);
+    atspi_state_set_add(showing, ATSPI_STATE_SHOWING);
+    GArray* roleArray = nullptr;
+    if (!roles.empty()) {
+        roleArray = g_array_new(FALSE, FALSE, sizeof(AtspiRole));
+        g_array_append_vals(roleArray, roles.data(), static_cast<guint>(roles.size()));
+    }
+    AtspiMatchRule* rule =
+        atspi_match_rule_new(showing, ATSPI_Collection_MATCH_ALL, nullptr, ATSPI_Collection_MATCH_ALL, roleArray,
+                             roles.empty() ? ATSPI_Collection_MATCH_ALL : ATSPI_Collection_MATCH_ANY, nullptr,
+                             ATSPI_Collection_MATCH_ALL, FALSE);
+    if (roleArray) g_array_free(roleArray, TRUE);
+    GError* error = nullptr;
+    GArray* matches = atspi_collection_get_matches(collection, rule, ATSPI_Collection_SORT_ORDER_CANONICAL,
+                                                   budget.NodesLeft(), TRUE, &error);
+    g_object_unref(rule);
+    g_object_unref(showing);
+    g_object_unref(collection);
+    if (!matches) {
+        g_clear_error(&error);
+        return false;
+    }
+    bool stopped = false;
+    for (guint i = 0; i < matches->len; ++i) {
+        AtspiAccessible* node = g_array_index(matches, AtspiAccessible*, i);
+        if (!stopped && budget.TakeNode() && !budget.Spent()) {
+            stopped = visit(node, ReadNodeFacts(node)) == Visit::Stop;
+        } else {
+            stopped = true;
+        }
+        g_object_unref(node);
+    }
+    g_array_free(matches, TRUE);
+    return true;
+}
+
+void VisitByWalking(AtspiAccessible* root, ScanBudget& budget,
+                    const std::function<Visit(AtspiAccessible*, const NodeFacts&)>& visit) {
+    struct Pending {
+        AccessibleRef node;
+        int depth;
+    };
+    std::vector<Pending> stack;
+    const auto pushChildren = [&stack](AtspiAccessible* parent, int depth) {
+        if (depth > kMaxDepth) return;
+        // Reversed, so that the first child comes off the stack first.
+        for (int i = ChildCount(parent) - 1; i >= 0; --i) {
+            if (AccessibleRef child = Child(parent, i)) stack.push_back({std::move(child), depth});
+        }
+    };
+    pushChildren(root, 1);
+    while (!stack.empty()) {
+        if (!budget.TakeNode() || budget.Spent()) return;
+        Pending next = std::move(stack.back());
+        stack.pop_back();
+        const NodeFacts facts = ReadNodeFacts(next.node.get());
+        // What is not shown hides its children too.
+        if (!facts.showing) continue;
+        const Visit decision = visit(next.node.get(), facts);
+        if (decision == Visit::Stop) return;
+        if (decision == Visit::Continue) pushChildren(next.node.get(), next.depth + 1);
+    }
+}
+
+}  // namespace
+
+void GObjectUnref::operator()(void* object) const {
+    if (object) g_object_unref(object);
+}
+
+ScanBudget::ScanBudget(std::chrono::milliseconds time, int nodes)
+    : deadline_(std::chrono::steady_clock::now() + time), nodesLeft_(nodes) {}
+
+bool ScanBudget::Spent() const { return std::chrono::steady_clock::now() >= deadline_; }
+
+bool ScanBudget::TakeNode() {
+    if (nodesLeft_ <= 0) return false;
+    --nodesLeft_;
+    return true;
+}
+
+NodeFacts ReadNodeFacts(AtspiAccessible* node) {
+    NodeFacts facts;
+    GError* error = nullptr;
+    facts.role = atspi_accessible_get_role(node, &error);
+    if (error) {
+        g_error_free(error);
+        return NodeFacts{};
+    }
+    AtspiStateSet* states = atspi_accessible_get_state_set(node);
+    if (!states) return NodeFacts{};
+    facts.showing = atspi_state_set_contains(states, ATSPI_STATE_SHOWING);
+    facts.enabled = atspi_state_set_contains(states, ATSPI_STATE_ENABLED) ||
+                    atspi_state_set_contains(states, ATSPI_STATE_SENSITIVE);
+    facts.focusable = atspi_state_set_contains(states, ATSPI_STATE_FOCUSABLE);
+    facts.editable = atspi_state_set_contains(states, ATSPI_STATE_EDITABLE);
+    facts.active = atspi_state_set_contains(states, ATSPI_STATE_ACTIVE);
+    g_object_unref(states);
+    return facts;
+}
+
+ScreenRect ReadScreenRect(AtspiAccessible* node) {
+    GError* error = nullptr;
+    AtspiRect* extents = atspi_component_get_extents(ATSPI_COMPONENT(node), ATSPI_COORD_TYPE_SCREEN, &error);
+    if (!extents) {
+        g_clear_error(&error);
+        return {};
+    }
+    ScreenRect rect;
+    const std::int64_t right = static_cast<std::int64_t>(extents->x) + extents->width;
+    const std::int64_t bottom = static_cast<std::int64_t>(extents->y) + extents->height;
+    constexpr std::int64_t kLimit = std::numeric_limits<std::int32_t>::max();
+    if (extents->x != INT_MIN && extents->y != INT_MIN && extents->width > 0 && extents->height > 0 &&
+        right <= kLimit && bottom <= kLimit) {
+        rect = {extents->x, extents->y, static_cast<std::int32_t>(right), static_cast<std::int32_t>(bottom)};
+    }
+    g_free(extents);
+    return rect;
+}
+
+ElementRecord ReadElement(AtspiAccessible* node, const NodeFacts& facts) {
+    ElementRecord element;
+    element.controlType = ControlTypeForRole(facts.role, facts.editable);
+    element.enabled = facts.enabled;
+    element.offscreen = !facts.showing;
+    element.focusable = facts.focusable;
+    const bool mayBeTaken =
+        element.enabled && !element.offscreen &&
+        (IsClickableControlType(element.controlType) ||
+         (element.focusable && element.controlType != control_type::kDocument &&
+          element.controlType != control_type::kWindow && element.controlType != control_type::kPane));
+    if (mayBeTaken) element.rect = ReadScreenRect(node);
+    return element;
+}
+
+AccessibleRef FindApplication(pid_t pid, ScanBudget& budget) {
+    if (pid <= 0) return {};
+    AccessibleRef desktop = Adopt(atspi_get_desktop(0));
+    if (!desktop) return {};
+    const int count = std::min(ChildCount(desktop.get()), kMaxApplications);
+    for (int i = 0; i < count && !budget.Spent(); ++i) {
+        AccessibleRef application = Child(desktop.get(), i);
+        if (!application) continue;
+        GError* error = nullptr;
+        const guint owner = atspi_accessible_get_process_id(application.get(), &error);
+        if (error) {
+            g_error_free(error);
+            continue;
+        }
+        if (static_cast<pid_t>(owner) == pid) return application;
+    }
+    return {};
+}
+
+AccessibleRef FindTopLevel(AtspiAccessible* application, const ScreenRect& windowRect, ScanBudget& budget) {
+    struct Shown {
+        AccessibleRef node;
+        bool active;
+        ScreenRect rect;
+    };
+    std::vector<Shown> shown;
+    const int count = std::min(ChildCount(application), kMaxTopLevels);
+    for (int i = 0; i < count && !budget.Spent(); ++i) {
+        AccessibleRef child = Child(application, i);
+        if (!child) continue;
+        const NodeFacts facts = ReadNodeFacts(child.get());
+        if (!facts.showing || !IsTopLevelRole(facts.role)) continue;
+        const ScreenRect rect = ReadScreenRect(child.get());
+        shown.push_back({std::move(child), facts.active, rect});
+    }
+    if (shown.empty()) return {};
+    if (shown.size() == 1) return std::move(shown.front().node);
+    int activeCount = 0;
+    for (const Shown& window : shown) activeCount += window.active ? 1 : 0;
+    if (activeCount == 1) {
+        for (Shown& window : shown) {
+            if (window.active) return std::move(window.node);
+        }
+    }
+    // Ambiguous (without a window manager the active state follows the
+    // pointer): the window at the X window's place.
+    Shown* best = &shown.front();
+    for (Shown& window : shown) {
+        if (Distance(window.rect, windowRect) < Distance(best->rect, windowRect)) best = &window;
+    }
+    return std::move(best->node);
+}
+
+void VisitDescendants(AtspiAccessible* root, ScanBudget& budget,
+                      const std::function<Visit(AtspiAccessible*, const NodeFacts&)>& visit) {
+    if (!root || budget.Spent()) return;
+    if (!VisitThroughCollection(root, budget, {}, visit)) VisitByWalking(root, budget, visit);
+}
+
+AccessibleRef FindFirstDescendant(AtspiAccessible* root, ScanBudget& budget, const std::vector<AtspiRole>& roles) {
+    AccessibleRef found;
+    const auto take = [&found, &roles](AtspiAccessible* node, const NodeFacts& facts) {
+        if (std::find(roles.begin(), roles.end(), facts.role) == roles.end()) return Visit::Continue;
+        found.reset(ATSPI_ACCESSIBLE(g_object_ref(node)));
+        return Visit::Stop;
+    };
+    if (!root || budget.Spent()) return found;
+    // The application picks the matching nodes itself where it can.
+    if (!VisitThroughCollection(root, budget, roles, take)) VisitByWalking(root, budget, take);
+    return found;
+}
+
+}  // namespace zirvel::x11
