@@ -52,11 +52,25 @@ public:
     }
 };
 
-QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
+// Classes of their own: Qt asks for a widget's accessible as soon as the
+// widget is made, before it has a name.
+class PageWidget : public QWidget {
+    Q_OBJECT
+public:
+    using QWidget::QWidget;
+};
+
+class SlowButton : public QPushButton {
+    Q_OBJECT
+public:
+    using QPushButton::QPushButton;
+};
+
+QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) {
     auto* widget = qobject_cast<QWidget*>(object);
     if (!widget) return nullptr;
-    if (widget->objectName() == "page") return new PageAccessible(widget);
-    if (widget->objectName() == "slow" && slowMs > 0) return new SlowAccessible(widget);
+    if (className == "PageWidget") return new PageAccessible(widget);
+    if (className == "SlowButton" && slowMs > 0) return new SlowAccessible(widget);
     return nullptr;
 }
 
@@ -105,8 +119,8 @@ int main(int argc, char** argv) {
     auto* list = static_cast<QListWidget*>(Place(new QListWidget(&window), layout::kList, "list"));
     for (int i = 1; i <= rows; ++i) list->addItem(QString("Wiersz %1").arg(i));
     Place(new QLineEdit(&window), layout::kEdit, "edit");
-    Place(new QPushButton("Powoli", &window), layout::kSlowButton, "slow");
-    QWidget* page = Place(new QWidget(&window), layout::kPage, "page");
+    Place(new SlowButton("Powoli", &window), layout::kSlowButton, "slow");
+    QWidget* page = Place(new PageWidget(&window), layout::kPage, "page");
     Place(new QPushButton("W stronie", page), layout::kPageButton, "pagebutton");
 
     ClickRecorder recorder;
@@ -123,3 +137,5 @@ int main(int argc, char** argv) {
     });
     return application.exec();
 }
+
+#include "hint_test_window.moc"
