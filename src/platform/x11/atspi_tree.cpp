@@ -134,12 +134,8 @@ bool ScanBudget::TakeNode() {
 
 NodeFacts ReadNodeFacts(AtspiAccessible* node) {
     NodeFacts facts;
-    GError* error = nullptr;
-    facts.role = atspi_accessible_get_role(node, &error);
-    if (error) {
-        g_error_free(error);
-        return NodeFacts{};
-    }
+    // States first: the role of a node that is not shown is never needed,
+    // which spares a call per row scrolled out of a long list.
     AtspiStateSet* states = atspi_accessible_get_state_set(node);
     if (!states) return NodeFacts{};
     facts.showing = atspi_state_set_contains(states, ATSPI_STATE_SHOWING);
@@ -149,6 +145,13 @@ NodeFacts ReadNodeFacts(AtspiAccessible* node) {
     facts.editable = atspi_state_set_contains(states, ATSPI_STATE_EDITABLE);
     facts.active = atspi_state_set_contains(states, ATSPI_STATE_ACTIVE);
     g_object_unref(states);
+    if (!facts.showing) return facts;
+    GError* error = nullptr;
+    facts.role = atspi_accessible_get_role(node, &error);
+    if (error) {
+        g_error_free(error);
+        return NodeFacts{};
+    }
     return facts;
 }
 

@@ -37,7 +37,7 @@ private:
     int nodesLeft_;
 };
 
-// Role and state of a node, read once.
+// State and role of a node, read once; the role only of a shown node.
 struct NodeFacts {
     AtspiRole role = ATSPI_ROLE_INVALID;
     bool showing = false;
