@@ -11,14 +11,18 @@ set -euo pipefail
 # plugins decode ICO and JPEG icons); DejaVu Sans stands in for "Segoe UI";
 # Qt SVG draws the icons from resources/ at build time; Xlib, XInput2,
 # XTest and RandR drive the X server; the PulseAudio client records the
-# microphone; npm fetches the speech recogniser library.
+# microphone; npm fetches the speech recogniser library; libatspi (AT-SPI2)
+# finds the clickable elements for the numbered hints.
 build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-dejavu-core
-                libx11-dev libxi-dev libxtst-dev libxrandr-dev libpulse-dev)
+                libx11-dev libxi-dev libxtst-dev libxrandr-dev libpulse-dev libatspi2.0-dev)
 # A private sound server without a sound card and Polish speech for the
-# voice tests.
+# voice tests; for the hint tests a private session bus (dbus-daemon,
+# dbus-send) that starts the accessibility bus (at-spi2-core), and a GTK
+# dialog nobody here wrote (zenity).
 test_packages=(libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
-               xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng)
+               xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng
+               zenity at-spi2-core dbus-daemon dbus-bin)
 
 demo_packages=(xvfb xcompmgr x11-apps x11-xserver-utils xdotool xterm netpbm)
 # The Windows demo: the cross compiler, Wine, and a tray host for Wine's icons.
