@@ -14,6 +14,7 @@
 #include "engine/engine_gaze_thread.h"
 #include "engine/engine_voice_thread.h"
 #include "platform/win32/gdiplus_canvas.h"
+#include "platform/win32/install_element_scanner.h"
 #include "platform/win32/wave_in_capture.h"
 #include "platform/win32/win32_platform.h"
 #include "system/runtime_library.h"
@@ -37,6 +38,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
     zirvel::InstallCanvasRenderer(canvases);
     zirvel::InstallEngineVoiceThread([] { return std::make_unique<zirvel::win32::WaveInCapture>(); });
     zirvel::InstallEngineGazeThread();
+    zirvel::win32::InstallElementScanner(platform);
     // "Zakończ" destroys the main window, which lets go of the system; then the process ends.
     platform.SetMainWindowDestroyedHandler([] { PostQuitMessage(0); });
     zirvel::StartEngineOnce(true);
