@@ -198,6 +198,27 @@ TEST_F(AtspiScannerTest, ZenityListNumbersItsRowsTopToBottom) {
     EXPECT_EQ(answer, "trzy");
 }
 
+// Without a session bus a scan finds nothing, at once, and the process
+// goes on; the area is still the monitor's.
+TEST_F(AtspiScannerTest, WithoutASessionBusAScanFindsNothing) {
+    std::unique_ptr<ChildProcess> zenity = Start({"zenity", "--question", "--title=Bez szyny", "--text=Czy?"});
+    const Window window = WaitForWindow("Bez szyny");
+    ASSERT_NE(window, 0u);
+    Focus(window);
+    ASSERT_EQ(ScanFor(ElementScanMode::ForegroundWindow, 3).elements.size(), 3u) << "the dialog has no elements";
+    const auto start = std::chrono::steady_clock::now();
+    ChildProcess scan({ZIRVEL_SCAN_ONCE},
+                      {"DISPLAY=" + desktop->server.Name(),
+                       "DBUS_SESSION_BUS_ADDRESS=unix:path=" + (folder_ / "no-bus").string()},
+                      folder_ / "scan.txt");
+    EXPECT_EQ(scan.WaitForExit(5000ms), std::optional<int>(0));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 3000ms);
+    std::ifstream output(folder_ / "scan.txt");
+    std::string line;
+    std::getline(output, line);
+    EXPECT_EQ(line, "0 0 0 1280 1024");
+}
+
 class QtWindowScanTest : public AtspiScannerTest {
 protected:
     void SetUp() override {

@@ -402,6 +402,12 @@ std::vector<std::string> ProgramUnderTest::Environment() const {
     // Its own runtime folder and its own front-end settings, never the developer's.
     std::vector<std::string> variables{"DISPLAY=" + display_, "XDG_RUNTIME_DIR=" + (directory_ / "runtime").string(),
                                        "XDG_CONFIG_HOME=" + (directory_ / "settings").string(), "QT_QPA_PLATFORM=xcb"};
+    // Never the developer's session bus either (the program switches its
+    // accessibility on): a test that wants one passes its private bus.
+    const bool ownBus = std::any_of(extraEnvironment_.begin(), extraEnvironment_.end(), [](const std::string& variable) {
+        return variable.rfind("DBUS_SESSION_BUS_ADDRESS=", 0) == 0;
+    });
+    if (!ownBus) variables.push_back("DBUS_SESSION_BUS_ADDRESS=unix:path=" + (directory_ / "no-bus").string());
     variables.insert(variables.end(), extraEnvironment_.begin(), extraEnvironment_.end());
     return variables;
 }
