@@ -1,124 +1,93 @@
-// How long the element scan (AT-SPI2) takes on a private X server with a
-// private session bus:
-//   - a dialog of a few controls (zenity --question), the Qt test window
-//     (eight numbered elements) and windows with 400 list rows (Qt, GTK);
-//   - cold: a fresh process's first scan (connecting to the accessibility
-//     bus included), median of 5 processes;
-//   - warm: the median of 20 scans in one process.
-// Usage: element_scan_benchmark
-//        (element_scan_benchmark --once scans once and prints "ms count")
+// What one element scan costs on Windows: Win32ElementScanner::Scan over a
+// dialog of 5 controls and over a window of 400 list items, cold (the
+// first scan in the process: COM start-up, the automation object or the
+// failed attempt to make it) and warm (the median of later scans).
+//   element_scan_benchmark 5|400
+// The list items are 400 child buttons of 56 x 18 pixels in rows, which is
+// what the child window scan sees; where UI Automation runs (real
+// Windows) the same windows go through it instead. Prints which path ran.
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <memory>
-#include <string>
-#include <thread>
+#include <cstring>
 #include <vector>
 
-#include "live_figures.h"
-#include "platform/x11/accessibility_bus_switch.h"
-#include "platform/x11/atspi_element_scanner.h"
-#include "private_session_bus.h"
-#include "x_session.h"
+#include "platform/win32/com_ref.h"
+#include "platform/win32/win32_element_scanner.h"
 
 namespace {
 
-using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
-using zirvel::ElementScanMode;
-using zirvel_bench::Milliseconds;
-using zirvel_test::ChildProcess;
-using zirvel_test::WaitUntil;
 
-constexpr int kWarmScans = 20;
-constexpr int kColdProcesses = 5;
+constexpr int kWarmRuns = 30;
 
-double Median(std::vector<double> samples) {
-    std::sort(samples.begin(), samples.end());
-    return samples.empty() ? 0.0 : samples[samples.size() / 2];
+HWND MakeWindow(int controls) {
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = DefWindowProcW;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = L"ZirvelScanBenchmark";
+    RegisterClassW(&windowClass);
+    const HWND window = CreateWindowExW(WS_EX_NOACTIVATE, L"ZirvelScanBenchmark", L"Scan benchmark", WS_POPUP, 0, 0,
+                                        1280, 1000, nullptr, nullptr, windowClass.hInstance, nullptr);
+    const auto add = [window](const wchar_t* className, DWORD style, int x, int y, int width, int height) {
+        CreateWindowExW(0, className, L"x", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, x, y, width, height, window,
+                        nullptr, GetModuleHandleW(nullptr), nullptr);
+    };
+    if (controls == 5) {
+        add(L"BUTTON", BS_PUSHBUTTON, 20, 20, 100, 30);
+        add(L"BUTTON", BS_PUSHBUTTON, 140, 20, 100, 30);
+        add(L"EDIT", WS_BORDER, 20, 70, 220, 24);
+        add(L"BUTTON", BS_AUTOCHECKBOX, 20, 110, 150, 24);
+        add(L"BUTTON", BS_AUTORADIOBUTTON, 20, 150, 150, 24);
+    } else {
+        for (int i = 0; i < controls; ++i) add(L"BUTTON", BS_PUSHBUTTON, 10 + (i % 20) * 60, 10 + (i / 20) * 22, 56, 18);
+    }
+    ShowWindow(window, SW_SHOWNOACTIVATE);
+    return window;
 }
 
-int ScanOnce() {
-    zirvel::x11::AtspiElementScanner scanner;
-    const auto start = Clock::now();
-    const zirvel::ElementScanResult result = scanner.Scan(ElementScanMode::ForegroundWindow);
-    std::printf("%.2f %zu\n", Milliseconds(Clock::now() - start), result.elements.size());
-    return 0;
+double Milliseconds(Clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
-
-struct Target {
-    std::string name;
-    std::vector<std::string> command;
-    std::string title;
-};
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    if (argc > 1 && std::string(argv[1]) == "--once") return ScanOnce();
-
-    zirvel_test::PrivateXServer server(1280, 1024);
-    if (!server.Running()) return 1;
-    zirvel_test::PrivateSessionBus bus(server.Name());
-    if (!bus.Running()) return 1;
-    setenv("DISPLAY", server.Name().c_str(), 1);
-    setenv("DBUS_SESSION_BUS_ADDRESS", bus.Address().c_str(), 1);
-    unsetenv("AT_SPI_BUS_ADDRESS");
-    if (!zirvel::x11::SwitchAccessibilityBusOn()) std::printf("the accessibility bus did not switch on\n");
-    zirvel_test::XConnection user(server.Name());
-    const std::filesystem::path folder = zirvel_test::ScratchDirectory("zirvel_scan_bench_");
-    const std::vector<std::string> environment = {"DISPLAY=" + server.Name(),
-                                                  "DBUS_SESSION_BUS_ADDRESS=" + bus.Address(),
-                                                  "QT_QPA_PLATFORM=xcb", "LANG=C.UTF-8"};
-    std::vector<std::string> rows;
-    for (int i = 1; i <= 400; ++i) rows.push_back("wiersz " + std::to_string(i));
-    std::vector<std::string> gtkList = {"zenity", "--list", "--title=Lista", "--column=Nazwa"};
-    gtkList.insert(gtkList.end(), rows.begin(), rows.end());
-    const std::vector<Target> targets = {
-        {"zenity question (GTK, 3 elements)", {"zenity", "--question", "--title=Pytanie", "--text=Czy?"}, "Pytanie"},
-        {"Qt test window (8 elements)", {ZIRVEL_HINT_WINDOW}, "Zirvel hint test window"},
-        {"Qt list of 400 rows", {ZIRVEL_HINT_WINDOW, "--rows", "400"}, "Zirvel hint test window"},
-        {"GTK list of 400 rows (zenity --list)", gtkList, "Lista"},
-    };
-
-    zirvel::x11::AtspiElementScanner scanner;
-    for (const Target& target : targets) {
-        ChildProcess application(target.command, environment, folder / "output.txt");
-        Window window = 0;
-        WaitUntil([&] { return (window = user.FindWindow(target.title)) != 0 && user.IsMapped(window); }, 8000ms);
-        if (window == 0) {
-            std::printf("%s: the window did not show\n", target.name.c_str());
-            continue;
-        }
-        XSetInputFocus(user.Get(), window, RevertToParent, CurrentTime);
-        XSync(user.Get(), False);
-        // Ready once the application answers on the bus.
-        std::size_t count = 0;
-        WaitUntil([&] { return (count = scanner.Scan(ElementScanMode::ForegroundWindow).elements.size()) > 0; },
-                  8000ms, 100ms);
-        std::vector<double> cold;
-        for (int i = 0; i < kColdProcesses; ++i) {
-            ChildProcess once({argv[0], "--once"}, {}, folder / "once.txt");
-            once.WaitForExit(20000ms);
-        }
-        std::ifstream onceOutput(folder / "once.txt");
-        double ms = 0;
-        std::size_t found = 0;
-        while (onceOutput >> ms >> found) cold.push_back(ms);
-        std::filesystem::remove(folder / "once.txt");
-        std::vector<double> warm;
-        for (int i = 0; i < kWarmScans; ++i) {
-            const auto start = Clock::now();
-            count = scanner.Scan(ElementScanMode::ForegroundWindow).elements.size();
-            warm.push_back(Milliseconds(Clock::now() - start));
-        }
-        std::printf("%-40s %3zu hints  cold (fresh process) median %7.1f ms (max %7.1f)  warm median %7.1f ms\n",
-                    target.name.c_str(), count, Median(cold), cold.empty() ? 0.0 : *std::max_element(cold.begin(), cold.end()),
-                    Median(warm));
+    const int controls = argc > 1 ? std::atoi(argv[1]) : 0;
+    if (controls != 5 && controls != 400) {
+        std::fprintf(stderr, "Usage: element_scan_benchmark 5|400\n");
+        return 2;
     }
-    std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
+    const HWND window = MakeWindow(controls);
+    zirvel::win32::ElementScanSetup setup;
+    setup.windows.foreground = [window] { return window; };
+    zirvel::win32::Win32ElementScanner scanner(setup);
+
+    auto start = Clock::now();
+    const std::size_t found = scanner.Scan(zirvel::ElementScanMode::ForegroundWindow).elements.size();
+    const double cold = Milliseconds(start);
+    std::vector<double> warm;
+    for (int i = 0; i < kWarmRuns; ++i) {
+        start = Clock::now();
+        scanner.Scan(zirvel::ElementScanMode::ForegroundWindow);
+        warm.push_back(Milliseconds(start));
+    }
+    std::sort(warm.begin(), warm.end());
+
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    zirvel::win32::uia::IUIAutomation* automation = nullptr;
+    const HRESULT made = zirvel::win32::CreateSystemAutomation(&automation);
+    if (SUCCEEDED(made) && automation) automation->Release();
+    CoUninitialize();
+
+    std::printf("%d controls (%s): %zu numbered   cold %.2f ms   warm median %.2f ms (%d scans)\n", controls,
+                SUCCEEDED(made) ? "UI Automation" : "child windows, no automation object", found, cold,
+                warm[warm.size() / 2], kWarmRuns);
     return 0;
 }
