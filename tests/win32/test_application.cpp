@@ -10,11 +10,14 @@
 //   window Zirvel shown | window Zirvel hidden  the engine's help window
 //   box TITLE|TEXT                              a message box (then closed with OK)
 //   hotkey taken|refused                        with --take-hotkey
+//   grid shown L T R B | grid hidden            the engine's grid and hint window
+//   control ID clicked|focus                    with --controls: a control was clicked
 // Lines of the file named by --commands are carried out once each:
 //   post-main MESSAGE WPARAM LPARAM             posted to the engine's main window
 //   quit
 // Options: --take-hotkey VK (hex) registers that hot key first, --swap-buttons
-// swaps the mouse buttons for the session.
+// swaps the mouse buttons for the session, --controls puts the controls of
+// kControls on the window.
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
@@ -26,6 +29,25 @@
 #include <vector>
 
 namespace {
+
+// The child controls of --controls, at client (= screen) coordinates. The
+// disabled and the 7 pixel wide button are never numbered, so the others
+// are hints 1 to 4 in this order.
+struct ControlSpec {
+    int id;
+    const wchar_t* className;
+    const wchar_t* text;
+    DWORD style;
+    RECT rect;
+};
+constexpr ControlSpec kControls[] = {
+    {101, L"BUTTON", L"Pierwszy", BS_PUSHBUTTON, {100, 100, 220, 130}},
+    {102, L"BUTTON", L"Wyłączony", BS_PUSHBUTTON | WS_DISABLED, {100, 150, 220, 180}},
+    {103, L"BUTTON", L"", BS_PUSHBUTTON, {100, 200, 107, 230}},
+    {104, L"EDIT", L"", WS_BORDER | ES_AUTOHSCROLL, {100, 250, 300, 274}},
+    {105, L"BUTTON", L"Opcja", BS_AUTOCHECKBOX, {100, 300, 250, 324}},
+    {106, L"BUTTON", L"Drugi", BS_PUSHBUTTON, {100, 350, 220, 380}},
+};
 
 FILE* logFile = nullptr;
 std::wstring commandsPath;
@@ -116,6 +138,7 @@ struct Watched {
     bool engineUp = false;
     bool wheelShown = false;
     bool helpShown = false;
+    bool gridShown = false;
 };
 Watched watched;
 
@@ -140,6 +163,16 @@ void Watch() {
     const bool helpShown = main && IsWindowVisible(main);
     if (helpShown != watched.helpShown) Log("window Zirvel %s", helpShown ? "shown" : "hidden");
     watched.helpShown = helpShown;
+    HWND grid = FindWindowW(L"RadialOverlayGrid", nullptr);
+    const bool gridShown = grid && IsWindowVisible(grid);
+    if (gridShown && !watched.gridShown) {
+        RECT rect{};
+        GetWindowRect(grid, &rect);
+        Log("grid shown %ld %ld %ld %ld t=%llu", rect.left, rect.top, rect.right, rect.bottom, GetTickCount64());
+    } else if (!gridShown && watched.gridShown) {
+        Log("grid hidden t=%llu", GetTickCount64());
+    }
+    watched.gridShown = gridShown;
     HWND wheel = FindWindowW(L"RadialOverlayWheel", nullptr);
     const bool wheelShown = wheel && IsWindowVisible(wheel);
     if (wheelShown && !watched.wheelShown) {
@@ -173,6 +206,10 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_MBUTTONUP: LogButton("middle", "up", lParam); return 0;
         case WM_XBUTTONDOWN: LogButton(HIWORD(wParam) == XBUTTON1 ? "x1" : "x2", "down", lParam); return TRUE;
         case WM_XBUTTONUP: LogButton(HIWORD(wParam) == XBUTTON1 ? "x1" : "x2", "up", lParam); return TRUE;
+        case WM_COMMAND:
+            if (HIWORD(wParam) == BN_CLICKED) Log("control %u clicked t=%llu", LOWORD(wParam), GetTickCount64());
+            if (HIWORD(wParam) == EN_SETFOCUS) Log("control %u focus t=%llu", LOWORD(wParam), GetTickCount64());
+            return 0;
         case WM_SETFOCUS: Log("focus in"); return 0;
         case WM_KILLFOCUS: Log("focus out"); return 0;
         case WM_TIMER: Watch(); return 0;
@@ -191,9 +228,11 @@ int main() {
     if (!logFile) return 2;
     unsigned takeHotKey = 0;
     bool swapped = false;
+    bool controls = false;
     for (int i = 2; i < count; ++i) {
         if (std::wcscmp(arguments[i], L"--commands") == 0 && i + 1 < count) commandsPath = arguments[++i];
         else if (std::wcscmp(arguments[i], L"--take-hotkey") == 0 && i + 1 < count) takeHotKey = std::wcstoul(arguments[++i], nullptr, 16);
+        else if (std::wcscmp(arguments[i], L"--controls") == 0) controls = true;
         else if (std::wcscmp(arguments[i], L"--swap-buttons") == 0) {
             SwapMouseButton(TRUE);
             swapped = true;
@@ -208,6 +247,14 @@ int main() {
     RegisterClassW(&windowClass);
     self = CreateWindowExW(0, L"ZirvelTestApplication", L"Zirvel test application", WS_POPUP | WS_VISIBLE, 0, 0,
                            1280, 1000, nullptr, nullptr, windowClass.hInstance, nullptr);
+    if (controls) {
+        for (const ControlSpec& control : kControls) {
+            CreateWindowExW(0, control.className, control.text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | control.style,
+                            control.rect.left, control.rect.top, control.rect.right - control.rect.left,
+                            control.rect.bottom - control.rect.top, self,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)), windowClass.hInstance, nullptr);
+        }
+    }
     if (takeHotKey != 0) Log("hotkey %s", RegisterHotKey(self, 7, MOD_NOREPEAT, takeHotKey) ? "taken" : "refused");
     SetForegroundWindow(self);
     SetWinEventHook(EVENT_SYSTEM_FOREGROUND, EVENT_SYSTEM_FOREGROUND, nullptr, OnForegroundEvent, 0, 0,
