@@ -18,6 +18,7 @@
 #include "private_session_bus.h"
 #include "x_session.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 #include <X11/Xatom.h>
@@ -42,6 +43,12 @@ struct Desktop {
     std::unique_ptr<XConnection> user;
     std::unique_ptr<zirvel::x11::AtspiElementScanner> scanner;
     bool switchedOn = false;
+    // The applications' home: no settings of the developer's.
+    std::filesystem::path home = ScratchDirectory("zirvel_scan_home_");
+    ~Desktop() {
+        std::error_code ignored;
+        std::filesystem::remove_all(home, ignored);
+    }
 };
 
 Desktop* desktop = nullptr;
@@ -70,7 +77,8 @@ const auto* const environment = ::testing::AddGlobalTestEnvironment(new ScannerE
 
 std::vector<std::string> ApplicationEnvironment() {
     return {"DISPLAY=" + desktop->server.Name(), "DBUS_SESSION_BUS_ADDRESS=" + desktop->bus->Address(),
-            "QT_QPA_PLATFORM=xcb", "LANG=C.UTF-8", "LANGUAGE=C"};
+            "QT_QPA_PLATFORM=xcb", "LANG=C.UTF-8", "LANGUAGE=C", "HOME=" + desktop->home.string(),
+            "XDG_CONFIG_HOME=" + (desktop->home / "config").string()};
 }
 
 std::string Describe(const std::vector<ScreenRect>& rects) {
@@ -304,6 +312,49 @@ TEST_F(QtWindowScanTest, OverAnOwnWindowOnlyThePanelIsNumbered) {
     EXPECT_EQ(result.elements.front(), Inside(geometry_, layout::kNormalButton));
     // Page mode never looks at the panel.
     EXPECT_TRUE(desktop->scanner->Scan(ElementScanMode::BrowserPage).elements.empty());
+}
+
+Window RootWindowProperty(const char* name) {
+    Display* display = desktop->user->Get();
+    Atom type = 0;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long remaining = 0;
+    unsigned char* data = nullptr;
+    Window value = 0;
+    if (XGetWindowProperty(display, desktop->user->Root(), XInternAtom(display, name, False), 0, 1, False, XA_WINDOW,
+                           &type, &format, &count, &remaining, &data) == Success &&
+        data) {
+        if (count == 1) value = *reinterpret_cast<Window*>(data);
+        XFree(data);
+    }
+    return value;
+}
+
+// With a window manager the foreground window is its active window; once
+// it is gone, what it left on the root window no longer counts and the
+// input focus decides.
+TEST_F(QtWindowScanTest, TheWindowManagersActiveWindowCountsOnlyWhileItRuns) {
+    std::unique_ptr<ChildProcess> manager = Start({"openbox", "--sm-disable"});
+    ASSERT_TRUE(WaitUntil([] { return RootWindowProperty("_NET_SUPPORTING_WM_CHECK") != 0; }, 5000ms));
+    std::unique_ptr<ChildProcess> zenity = Start({"zenity", "--question", "--title=Aktywne", "--text=Czy?"});
+    const Window dialog = WaitForWindow("Aktywne");
+    ASSERT_NE(dialog, 0u);
+    ASSERT_TRUE(WaitUntil([&] { return RootWindowProperty("_NET_ACTIVE_WINDOW") == dialog; }, 5000ms));
+    ElementScanResult result = ScanFor(ElementScanMode::ForegroundWindow, 3);
+    ASSERT_EQ(result.elements.size(), 3u) << Describe(result.elements);
+    const ScreenRect framed = Rect(desktop->user->WindowGeometry(dialog));
+    for (const ScreenRect& element : result.elements) EXPECT_TRUE(Contains(framed, element)) << Describe({element});
+
+    // Killed, the window manager leaves its properties behind.
+    kill(manager->Pid(), SIGKILL);
+    ASSERT_TRUE(manager->WaitForExit(5000ms));
+    ASSERT_EQ(RootWindowProperty("_NET_ACTIVE_WINDOW"), dialog);
+    ASSERT_TRUE(WaitUntil([this] { return desktop->user->IsMapped(id_); }, 3000ms));
+    Focus(id_);
+    result = desktop->scanner->Scan(ElementScanMode::ForegroundWindow);
+    ASSERT_EQ(result.elements.size(), 8u) << Describe(result.elements);
+    EXPECT_EQ(result.elements.front(), Inside(desktop->user->WindowGeometry(id_), layout::kNormalButton));
 }
 
 }  // namespace
