@@ -135,6 +135,30 @@ TEST_F(LiveHintsTest, DoubleAndRightClicksReachTheNumberedControls) {
     EXPECT_EQ(WindowLog().find("press right normal"), std::string::npos);
 }
 
+TEST_F(LiveHintsTest, PageHintsCoverOnlyTheWebDocumentAndClickInsideIt) {
+    Launch({ZIRVEL_HINT_WINDOW, "--log", (folder_ / "log.txt").string()});
+    const Window window = ShowAndFocus(layout::kTitle);
+    ASSERT_NE(window, 0u);
+    ASSERT_TRUE(ShowHints());  // the window is on the bus
+    EXPECT_EQ(program_.Say("ukryj elementy"), 0);
+    ASSERT_TRUE(WaitUntil([this] { return !HintsShow(); }, 2000ms));
+
+    EXPECT_EQ(program_.Say("pokaż elementy strony"), 0);
+    ASSERT_TRUE(WaitUntil([this] { return HintsShow(); }, 3000ms)) << "no page hints showed";
+    // The picture covers the page only; its one hint is the page's button.
+    const XConnection::Geometry frame = user_.WindowGeometry(window);
+    const XConnection::Geometry picture = user_.WindowGeometry(user_.FindWindow(kGridTitle));
+    EXPECT_EQ(picture.x, frame.x + layout::kPage.x);
+    EXPECT_EQ(picture.y, frame.y + layout::kPage.y);
+    EXPECT_EQ(picture.width, layout::kPage.width);
+    EXPECT_EQ(picture.height, layout::kPage.height);
+    EXPECT_EQ(program_.Say("dwa"), 0);  // there is no second hint: nothing happens
+    EXPECT_EQ(program_.Say("jeden"), 0);
+    EXPECT_TRUE(WaitUntil([this] { return WindowLog().find("press left pagebutton") != std::string::npos; }, 3000ms))
+        << WindowLog();
+    EXPECT_EQ(WindowLog().find("press left normal"), std::string::npos) << WindowLog();
+}
+
 TEST_F(LiveHintsTest, HidingTheHintsDuringASlowScanShowsNothingWhenItEnds) {
     Launch({ZIRVEL_HINT_WINDOW, "--log", (folder_ / "log.txt").string(), "--slow-ms", "1000"});
     ASSERT_NE(ShowAndFocus(layout::kTitle), 0u);
