@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -39,6 +40,10 @@ AccessibleRef AccessibleWindow(const TopLevelWindow& window, ScanBudget& budget)
     return application ? FindTopLevel(application.get(), window.rect, budget) : AccessibleRef{};
 }
 
+// libatspi's state is the process's: scans never overlap (the engine starts
+// one at a time), and this lock keeps it so for any other caller.
+std::mutex scanLock;
+
 ScreenPoint Centre(const ScreenRect& rect) { return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2}; }
 
 }  // namespace
@@ -50,7 +55,7 @@ AtspiElementScanner::~AtspiElementScanner() {
 }
 
 ElementScanResult AtspiElementScanner::Scan(ElementScanMode mode) {
-    std::lock_guard lock(lock_);
+    std::lock_guard lock(scanLock);
     ElementScanResult result;
     if (!windows_) windows_ = std::make_unique<ForegroundWindowReader>();
     if (!display_) display_ = XOpenDisplay(nullptr);

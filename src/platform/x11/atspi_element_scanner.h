@@ -4,7 +4,6 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 
 #include "navigation/element_scanner.h"
 
@@ -25,9 +24,6 @@ public:
     ElementScanResult Scan(ElementScanMode mode) override;
 
 private:
-    // Scans never overlap (the engine starts one at a time); the lock keeps
-    // it so for any other caller.
-    std::mutex lock_;
     std::unique_ptr<ForegroundWindowReader> windows_;
     _XDisplay* display_ = nullptr;  // for the monitors (RandR)
 };

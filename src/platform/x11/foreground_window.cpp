@@ -145,9 +145,23 @@ std::optional<TopLevelWindow> ForegroundWindowReader::Dock() {
     const std::uint32_t type = Atom("_NET_WM_WINDOW_TYPE");
     const std::uint32_t dock = Atom("_NET_WM_WINDOW_TYPE_DOCK");
     if (type == 0 || dock == 0) return std::nullopt;
+    // All questions first, then the answers: one round trip, however many
+    // windows the desktop holds.
+    std::vector<xcb_get_property_cookie_t> cookies;
+    cookies.reserve(candidates.size());
     for (std::uint32_t window : candidates) {
-        const std::vector<std::uint32_t> types = ReadCardinals(window, type, XCB_ATOM_ATOM);
-        if (std::find(types.begin(), types.end(), dock) == types.end()) continue;
+        cookies.push_back(xcb_get_property(connection_, 0, window, type, XCB_ATOM_ATOM, 0, 32));
+    }
+    std::vector<std::uint32_t> docks;
+    for (std::size_t i = 0; i < cookies.size(); ++i) {
+        auto reply = Checked(xcb_get_property_reply(connection_, cookies[i], &error), error);
+        error = nullptr;
+        if (!reply || reply->format != 32 || reply->type != XCB_ATOM_ATOM) continue;
+        const auto* types = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+        const int count = xcb_get_property_value_length(reply.get()) / 4;
+        if (std::find(types, types + count, dock) != types + count) docks.push_back(candidates[i]);
+    }
+    for (std::uint32_t window : docks) {
         if (std::optional<TopLevelWindow> found = Describe(window)) return found;
     }
     return std::nullopt;
