@@ -186,5 +186,23 @@ TEST_F(LiveHintsTest, HidingTheHintsDuringASlowScanShowsNothingWhenItEnds) {
     EXPECT_TRUE(ShowHints());
 }
 
+TEST_F(LiveHintsTest, WhenTheSessionBusEndsTheProgramGoesOn) {
+    Launch({ZIRVEL_HINT_WINDOW, "--log", (folder_ / "log.txt").string()});
+    ASSERT_NE(ShowAndFocus(layout::kTitle), 0u);
+    ASSERT_TRUE(ShowHints());
+    EXPECT_EQ(program_.Say("ukryj elementy"), 0);
+    bus_.Stop();
+    std::this_thread::sleep_for(300ms);
+    // A scan now finds nothing or what is left, but never ends the program.
+    EXPECT_EQ(program_.Say("pokaż elementy"), 0);
+    std::this_thread::sleep_for(2000ms);
+    ASSERT_TRUE(program_.Process()->Alive());
+    EXPECT_EQ(program_.Say("pokaż siatkę"), 0);
+    // The grid puts the pointer at the screen's centre.
+    EXPECT_TRUE(WaitUntil([this] { return user_.Pointer() == std::make_pair(640, 512); }, 3000ms))
+        << "the grid did not show";
+    EXPECT_TRUE(program_.Process()->Alive());
+}
+
 }  // namespace
 }  // namespace zirvel_test

@@ -32,11 +32,16 @@ PrivateSessionBus::PrivateSessionBus(const std::string& display) : folder_(Scrat
 }
 
 PrivateSessionBus::~PrivateSessionBus() {
-    // The accessibility bus launcher leaves when the session bus goes.
-    if (pid_ > 0) kill(pid_, SIGTERM);
-    std::this_thread::sleep_for(50ms);
+    Stop();
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
+}
+
+void PrivateSessionBus::Stop() {
+    // The accessibility bus launcher leaves when the session bus goes.
+    if (pid_ > 0) kill(pid_, SIGTERM);
+    if (pid_ > 0) std::this_thread::sleep_for(50ms);
+    pid_ = -1;
 }
 
 std::vector<std::string> PrivateSessionBus::ClientEnvironment() const {

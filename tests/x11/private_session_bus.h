@@ -21,6 +21,8 @@ public:
 
     bool Running() const { return pid_ > 0 && !address_.empty(); }
     const std::string& Address() const { return address_; }
+    // Ends the bus (and with it the accessibility bus) before its time.
+    void Stop();
     // What a client needs in its environment to use this bus only.
     std::vector<std::string> ClientEnvironment() const;
 

@@ -30,6 +30,8 @@ bool SwitchAccessibilityBusOn() {
         g_clear_error(&error);
         return false;
     }
+    // The shared connection would end the process when the bus goes away.
+    g_dbus_connection_set_exit_on_close(bus, FALSE);
     GVariant* reply = g_dbus_connection_call_sync(
         bus, "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
         g_variant_new("(ssv)", "org.a11y.Status", "IsEnabled", g_variant_new_boolean(TRUE)), nullptr,

@@ -31,6 +31,8 @@ bool AccessibilityBusAnswers() {
         g_clear_error(&error);
         return false;
     }
+    // The shared connection would end the process when the bus goes away.
+    g_dbus_connection_set_exit_on_close(bus, FALSE);
     GVariant* reply = g_dbus_connection_call_sync(bus, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus",
                                                   "GetAddress", nullptr, G_VARIANT_TYPE("(s)"),
                                                   G_DBUS_CALL_FLAGS_NONE, kBusAddressTimeoutMs, nullptr, &error);
