@@ -234,20 +234,22 @@ protected:
         // Started after the switch, without Qt's own variable: its tree shows
         // only because the accessibility bus is switched on.
         ASSERT_TRUE(desktop->switchedOn);
-        window_ = Start({ZIRVEL_HINT_WINDOW, "--log", (folder_ / "log.txt").string()});
+        window_ = Start({ZIRVEL_HINT_WINDOW, "--log", (folder_ / "log.txt").string(), "--rows", std::to_string(Rows())});
         id_ = WaitForWindow(layout::kTitle);
         ASSERT_NE(id_, 0u);
         ASSERT_TRUE(WaitUntil([this] { return Log().find("ready") != std::string::npos; }, 5000ms));
         geometry_ = desktop->user->WindowGeometry(id_);
     }
 
+    virtual int Rows() const { return layout::kListRows; }
+
     std::string Log() {
         std::ifstream file(folder_ / "log.txt");
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
-    // Where the window says its list rows are.
-    std::vector<ScreenRect> Rows() {
+    // Where the window says its list rows in view are.
+    std::vector<ScreenRect> RowsInView() {
         std::vector<ScreenRect> rows;
         std::istringstream lines(Log());
         std::string word;
@@ -266,7 +268,7 @@ protected:
 TEST_F(QtWindowScanTest, NumbersTheClickableWidgetsInTreeOrderAtTheirPlaces) {
     Focus(id_);
     const ElementScanResult result = ScanFor(ElementScanMode::ForegroundWindow, 8);
-    const std::vector<ScreenRect> rows = Rows();
+    const std::vector<ScreenRect> rows = RowsInView();
     ASSERT_EQ(rows.size(), 3u);
     // Not numbered: the disabled button, the 7 x 30 one, the focusable pane,
     // the page itself. The list is focusable, so it is numbered before its rows.
@@ -312,6 +314,28 @@ TEST_F(QtWindowScanTest, OverAnOwnWindowOnlyThePanelIsNumbered) {
     EXPECT_EQ(result.elements.front(), Inside(geometry_, layout::kNormalButton));
     // Page mode never looks at the panel.
     EXPECT_TRUE(desktop->scanner->Scan(ElementScanMode::BrowserPage).elements.empty());
+}
+
+// A long list: the rows out of view (not shown) are passed over, the ones
+// in view numbered in order, between the list and the edit.
+class LongListScanTest : public QtWindowScanTest {
+protected:
+    int Rows() const override { return 60; }
+};
+
+TEST_F(LongListScanTest, OnlyTheRowsInViewAreNumbered) {
+    Focus(id_);
+    const ElementScanResult result = ScanFor(ElementScanMode::ForegroundWindow, 8);
+    const std::vector<ScreenRect> rows = RowsInView();
+    ASSERT_GE(rows.size(), 5u);
+    ASSERT_LT(rows.size(), 60u);
+    std::vector<ScreenRect> expected = {Inside(geometry_, layout::kNormalButton), Inside(geometry_, layout::kList)};
+    expected.insert(expected.end(), rows.begin(), rows.end());
+    expected.push_back(Inside(geometry_, layout::kEdit));
+    expected.push_back(Inside(geometry_, layout::kSlowButton));
+    expected.push_back(Inside(geometry_, {layout::kPage.x + layout::kPageButton.x, layout::kPage.y + layout::kPageButton.y,
+                                          layout::kPageButton.width, layout::kPageButton.height}));
+    EXPECT_EQ(Describe(result.elements), Describe(expected));
 }
 
 Window RootWindowProperty(const char* name) {

@@ -126,10 +126,11 @@ int main(int argc, char** argv) {
     ClickRecorder recorder;
     application.installEventFilter(&recorder);
     window.show();
-    // The rows' places on the screen, once the window shows.
+    // The places on the screen of the rows in view, once the window shows.
     QTimer::singleShot(300, [list, rows] {
-        for (int i = 0; i < rows && i < 3; ++i) {
+        for (int i = 0; i < rows; ++i) {
             const QRect local = list->visualItemRect(list->item(i));
+            if (!list->viewport()->rect().intersects(local)) continue;
             const QPoint global = list->viewport()->mapToGlobal(local.topLeft());
             Log(QString("row %1 %2 %3 %4 %5").arg(i + 1).arg(global.x()).arg(global.y()).arg(local.width()).arg(local.height()));
         }

@@ -5,8 +5,11 @@
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 #include <utility>
 
+#include "platform/x11/atspi_batch.h"
+#include "platform/x11/atspi_connection.h"
 #include "platform/x11/atspi_roles.h"
 
 namespace zirvel::x11 {
@@ -15,6 +18,9 @@ namespace {
 // Deeper trees than this are not walked: no real window nests its controls
 // that deep, and a tree that loops back on itself must end somewhere.
 constexpr int kMaxDepth = 48;
+
+// From this many children on, their states are read in one batch.
+constexpr int kBatchChildrenFrom = 16;
 
 // An application shows few top-level windows; more are not looked at.
 constexpr int kMaxTopLevels = 64;
@@ -94,10 +100,17 @@ void VisitByWalking(AtspiAccessible* root, ScanBudget& budget,
         int depth;
     };
     std::vector<Pending> stack;
-    const auto pushChildren = [&stack](AtspiAccessible* parent, int depth) {
-        if (depth > kMaxDepth) return;
+    const auto pushChildren = [&stack, &budget](AtspiAccessible* parent, int depth) {
+        if (depth > kMaxDepth || budget.Spent()) return;
+        // A node's children beyond the node budget are never reached anyway.
+        const int count = std::min(ChildCount(parent), budget.NodesLeft());
+        // Many children (a long list's rows): which of them are shown, in
+        // one batch; those that are not are passed over without a call.
+        std::optional<std::vector<bool>> showing;
+        if (count >= kBatchChildrenFrom) showing = ReadChildrenShowing(parent, count, kAccessibilityCallTimeoutMs);
         // Reversed, so that the first child comes off the stack first.
-        for (int i = ChildCount(parent) - 1; i >= 0; --i) {
+        for (int i = count - 1; i >= 0; --i) {
+            if (showing && !(*showing)[static_cast<std::size_t>(i)]) continue;
             if (AccessibleRef child = Child(parent, i)) stack.push_back({std::move(child), depth});
         }
     };
