@@ -4,20 +4,20 @@
 # which a Qt program beside it needs too, since a process holds one
 # libstdc++-6.dll). Without it the programs run and say the library is
 # missing.
-if(DEFINED ENV{XDG_CACHE_HOME})
-  set(zirvel_cache "$ENV{XDG_CACHE_HOME}")
-else()
-  set(zirvel_cache "$ENV{HOME}/.cache")
-endif()
-set(ZIRVEL_RECOGNISER_PACKAGE "${zirvel_cache}/zirvel/vosk-0.3.39" CACHE PATH
+include(ZirvelCache)
+set(ZIRVEL_RECOGNISER_PACKAGE "${ZIRVEL_CACHE_DIR}/vosk-0.3.39" CACHE PATH
     "Folder of the unpacked recogniser package (with lib/)")
+
+# The MinGW C++ runtime of Debian's GCC 12, for every DLL and program that
+# is not linked statically.
+set(ZIRVEL_MINGW_RUNTIME_DLLS
+    /usr/lib/gcc/x86_64-w64-mingw32/12-posix/libstdc++-6.dll
+    /usr/lib/gcc/x86_64-w64-mingw32/12-posix/libgcc_s_seh-1.dll
+    /usr/x86_64-w64-mingw32/lib/libwinpthread-1.dll)
 
 if(WIN32)
   set(ZIRVEL_RECOGNISER_LIBRARY "${ZIRVEL_RECOGNISER_PACKAGE}/lib/win-x86_64/libvosk.dll")
-  set(ZIRVEL_RECOGNISER_COMPANIONS
-      /usr/lib/gcc/x86_64-w64-mingw32/12-posix/libstdc++-6.dll
-      /usr/lib/gcc/x86_64-w64-mingw32/12-posix/libgcc_s_seh-1.dll
-      /usr/x86_64-w64-mingw32/lib/libwinpthread-1.dll)
+  set(ZIRVEL_RECOGNISER_COMPANIONS ${ZIRVEL_MINGW_RUNTIME_DLLS})
 else()
   set(ZIRVEL_RECOGNISER_LIBRARY "${ZIRVEL_RECOGNISER_PACKAGE}/lib/linux-x86_64/libvosk.so")
   set(ZIRVEL_RECOGNISER_COMPANIONS "")

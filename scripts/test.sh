@@ -7,6 +7,8 @@ cd "$(dirname "$0")/.."
 
 scripts/install-dependencies.sh test
 scripts/fetch-recogniser.sh >/dev/null
+# Qt for Windows (Zirvel.exe): unpacked from the ready archive, or built once.
+scripts/build-qt-windows.sh >/dev/null
 
 for preset in linux linux-tsan windows; do
   echo "=== $preset: configure and build"

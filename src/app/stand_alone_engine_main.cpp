@@ -6,17 +6,8 @@
 #endif
 #include <windows.h>
 
-#include <memory>
-
-#include "engine/canvas_renderer.h"
+#include "app/win32_engine_host.h"
 #include "engine/engine_lifecycle.h"
-#include "engine/engine_state.h"
-#include "engine/engine_gaze_thread.h"
-#include "engine/engine_voice_thread.h"
-#include "platform/win32/gdiplus_canvas.h"
-#include "platform/win32/install_element_scanner.h"
-#include "platform/win32/wave_in_capture.h"
-#include "platform/win32/win32_platform.h"
 #include "system/runtime_library.h"
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
@@ -32,15 +23,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
     const std::u16string directory = zirvel::GetProgramDirectory();
     SetCurrentDirectoryW(reinterpret_cast<const wchar_t*>(directory.c_str()));
 
-    zirvel::GdiplusCanvasFactory canvases;  // GDI+ is started once, here
-    zirvel::win32::Win32Platform platform(instance);
-    zirvel::ResetEngineState(platform, directory);
-    zirvel::InstallCanvasRenderer(canvases);
-    zirvel::InstallEngineVoiceThread([] { return std::make_unique<zirvel::win32::WaveInCapture>(); });
-    zirvel::InstallEngineGazeThread();
-    zirvel::win32::InstallElementScanner(platform);
+    zirvel::app::Win32EngineHost engine(instance, directory);
     // "Zakończ" destroys the main window, which lets go of the system; then the process ends.
-    platform.SetMainWindowDestroyedHandler([] { PostQuitMessage(0); });
+    engine.Platform().SetMainWindowDestroyedHandler([] { PostQuitMessage(0); });
     zirvel::StartEngineOnce(true);
 
     MSG message;
@@ -48,6 +33,5 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-    zirvel::RemoveCanvasRenderer();
     return 0;
 }

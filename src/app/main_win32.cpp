@@ -1,0 +1,61 @@
+// Zirvel.exe: the front-end's window and the engine in one program, one
+// instance per session. The engine's windows live on this thread too: Qt's
+// event loop dispatches their messages.
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <QApplication>
+#include <QDir>
+#include <QIcon>
+#include <QMessageBox>
+#include <QSettings>
+
+#include <windows.h>
+
+#include "app/win32_engine_host.h"
+#include "engine/overlay_exports.h"
+#include "frontend/frontend_identity.h"
+#include "frontend/main_window.h"
+#include "frontend/themes.h"
+#include "system/runtime_library.h"
+#include "update/updater.h"
+
+namespace frontend = zirvel::frontend;
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(frontend::kOrganisationName);
+    QCoreApplication::setApplicationName(frontend::kApplicationName);
+    // Closing the window hides it; only the tray menu's "Zakończ" ends the program.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(QCoreApplication::applicationDirPath() + QStringLiteral("/zirvel.ico")));
+
+    // Shared with zirvel-engine.exe; the handle stays open until the process ends.
+    CreateMutexW(nullptr, TRUE, L"ZirvelEngineRunning");
+    if (GetLastError() == ERROR_ALREADY_EXISTS) {
+        QMessageBox::information(nullptr, QStringLiteral("Zirvel"),
+                                 QCoreApplication::translate("main", "Zirvel już działa — sprawdź ikonę w zasobniku systemowym."),
+                                 QMessageBox::Ok, QMessageBox::NoButton);
+        return 0;
+    }
+
+    frontend::applyTheme(
+        QSettings(frontend::kOrganisationName, frontend::kSettingsScope).value(frontend::kThemeKey, QStringLiteral("fluent")).toString());
+    // From here on config.json, default.json, voice.json, icons/ and themes/
+    // resolve in the program directory, wherever the program was started from.
+    const QString programDirectory = QCoreApplication::applicationDirPath();
+    QDir::setCurrent(programDirectory);
+    zirvel::app::Win32EngineHost engine(GetModuleHandleW(nullptr), zirvel::GetProgramDirectory());
+    // The result is not looked at: the window opens anyway and shows what the engine reports.
+    OverlayEngineStart();
+
+    // The window's constructor already asks the engine for its status.
+    frontend::MainWindow window;
+    window.show();
+    zirvel::update::StartUpdater();
+
+    const int result = QApplication::exec();
+    zirvel::update::StopUpdater();
+    OverlayEngineStop();
+    return result;
+}
