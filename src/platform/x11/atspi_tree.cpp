@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <limits>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "platform/x11/atspi_batch.h"
@@ -21,6 +22,9 @@ constexpr int kMaxDepth = 48;
 
 // From this many children on, their states are read in one batch.
 constexpr int kBatchChildrenFrom = 16;
+// Matches of the Collection interface read in one batch: the scan stops
+// early (a full list) without having asked about many more.
+constexpr std::size_t kBatchNodes = 128;
 
 // An application shows few top-level windows; more are not looked at.
 constexpr int kMaxTopLevels = 64;
@@ -79,16 +83,23 @@ bool VisitThroughCollection(AtspiAccessible* root, ScanBudget& budget, const std
         g_clear_error(&error);
         return false;
     }
+    // The matches' states, roles and places are asked for a chunk at a
+    // time, all questions of a chunk at once.
+    std::vector<AtspiAccessible*> nodes;
+    for (guint i = 0; i < matches->len; ++i) nodes.push_back(g_array_index(matches, AtspiAccessible*, i));
     bool stopped = false;
-    for (guint i = 0; i < matches->len; ++i) {
-        AtspiAccessible* node = g_array_index(matches, AtspiAccessible*, i);
-        if (!stopped && budget.TakeNode() && !budget.Spent()) {
-            stopped = visit(node, ReadNodeFacts(node)) == Visit::Stop;
-        } else {
-            stopped = true;
+    for (std::size_t first = 0; first < nodes.size() && !stopped; first += kBatchNodes) {
+        const std::span<AtspiAccessible* const> chunk(nodes.data() + first, std::min(kBatchNodes, nodes.size() - first));
+        const std::vector<std::optional<NodeFacts>> read = ReadNodesFacts(chunk, kAccessibilityCallTimeoutMs);
+        for (std::size_t i = 0; i < chunk.size() && !stopped; ++i) {
+            if (!budget.TakeNode() || budget.Spent()) {
+                stopped = true;
+                break;
+            }
+            stopped = visit(chunk[i], read[i] ? *read[i] : ReadNodeFacts(chunk[i])) == Visit::Stop;
         }
-        g_object_unref(node);
     }
+    for (AtspiAccessible* node : nodes) g_object_unref(node);
     g_array_free(matches, TRUE);
     return true;
 }
@@ -168,6 +179,14 @@ NodeFacts ReadNodeFacts(AtspiAccessible* node) {
     return facts;
 }
 
+ScreenRect RectFromExtents(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) {
+    const std::int64_t right = static_cast<std::int64_t>(x) + width;
+    const std::int64_t bottom = static_cast<std::int64_t>(y) + height;
+    constexpr std::int64_t kLimit = std::numeric_limits<std::int32_t>::max();
+    if (x == INT_MIN || y == INT_MIN || width <= 0 || height <= 0 || right > kLimit || bottom > kLimit) return {};
+    return {x, y, static_cast<std::int32_t>(right), static_cast<std::int32_t>(bottom)};
+}
+
 ScreenRect ReadScreenRect(AtspiAccessible* node) {
     GError* error = nullptr;
     AtspiRect* extents = atspi_component_get_extents(ATSPI_COMPONENT(node), ATSPI_COORD_TYPE_SCREEN, &error);
@@ -175,16 +194,24 @@ ScreenRect ReadScreenRect(AtspiAccessible* node) {
         g_clear_error(&error);
         return {};
     }
-    ScreenRect rect;
-    const std::int64_t right = static_cast<std::int64_t>(extents->x) + extents->width;
-    const std::int64_t bottom = static_cast<std::int64_t>(extents->y) + extents->height;
-    constexpr std::int64_t kLimit = std::numeric_limits<std::int32_t>::max();
-    if (extents->x != INT_MIN && extents->y != INT_MIN && extents->width > 0 && extents->height > 0 &&
-        right <= kLimit && bottom <= kLimit) {
-        rect = {extents->x, extents->y, static_cast<std::int32_t>(right), static_cast<std::int32_t>(bottom)};
-    }
+    const ScreenRect rect = RectFromExtents(extents->x, extents->y, extents->width, extents->height);
     g_free(extents);
     return rect;
+}
+
+NodeFacts FactsFromStates(const std::vector<std::uint32_t>& words, AtspiRole role) {
+    const auto has = [&words](AtspiStateType state) {
+        const auto bit = static_cast<unsigned>(state);
+        return bit / 32 < words.size() && (words[bit / 32] >> (bit % 32) & 1u) != 0;
+    };
+    NodeFacts facts;
+    facts.role = role;
+    facts.showing = has(ATSPI_STATE_SHOWING);
+    facts.enabled = has(ATSPI_STATE_ENABLED) || has(ATSPI_STATE_SENSITIVE);
+    facts.focusable = has(ATSPI_STATE_FOCUSABLE);
+    facts.editable = has(ATSPI_STATE_EDITABLE);
+    facts.active = has(ATSPI_STATE_ACTIVE);
+    return facts;
 }
 
 ElementRecord ReadElement(AtspiAccessible* node, const NodeFacts& facts) {
@@ -198,7 +225,7 @@ ElementRecord ReadElement(AtspiAccessible* node, const NodeFacts& facts) {
         (IsClickableControlType(element.controlType) ||
          (element.focusable && element.controlType != control_type::kDocument &&
           element.controlType != control_type::kWindow && element.controlType != control_type::kPane));
-    if (mayBeTaken) element.rect = ReadScreenRect(node);
+    if (mayBeTaken) element.rect = facts.rect ? *facts.rect : ReadScreenRect(node);
     return element;
 }
 

@@ -9,8 +9,10 @@
 #include <atspi/atspi.h>
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "engine/geometry.h"
@@ -45,6 +47,8 @@ struct NodeFacts {
     bool focusable = false;
     bool editable = false;
     bool active = false;
+    // The screen rectangle when it was read together with the rest.
+    std::optional<ScreenRect> rect;
 };
 
 NodeFacts ReadNodeFacts(AtspiAccessible* node);
@@ -53,6 +57,10 @@ NodeFacts ReadNodeFacts(AtspiAccessible* node);
 // toolkit reports a place off every screen (rows scrolled out of a list
 // come with coordinates of INT_MIN).
 ScreenRect ReadScreenRect(AtspiAccessible* node);
+ScreenRect RectFromExtents(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height);
+
+// The facts of a node from its state bits (32 a word) and role.
+NodeFacts FactsFromStates(const std::vector<std::uint32_t>& words, AtspiRole role);
 
 // The element as the filter sees it. The rectangle is read only for nodes
 // the filter could accept, sparing a call per other node.
