@@ -109,6 +109,7 @@ void VisitByWalking(AtspiAccessible* root, ScanBudget& budget,
     struct Pending {
         AccessibleRef node;
         int depth;
+        std::optional<NodeFacts> facts;
     };
     std::vector<Pending> stack;
     const auto pushChildren = [&stack, &budget](AtspiAccessible* parent, int depth) {
@@ -119,10 +120,18 @@ void VisitByWalking(AtspiAccessible* root, ScanBudget& budget,
         // one batch; those that are not are passed over without a call.
         std::optional<std::vector<bool>> showing;
         if (count >= kBatchChildrenFrom) showing = ReadChildrenShowing(parent, count, kAccessibilityCallTimeoutMs);
-        // Reversed, so that the first child comes off the stack first.
-        for (int i = count - 1; i >= 0; --i) {
+        std::vector<AccessibleRef> children;
+        for (int i = 0; i < count; ++i) {
             if (showing && !(*showing)[static_cast<std::size_t>(i)]) continue;
-            if (AccessibleRef child = Child(parent, i)) stack.push_back({std::move(child), depth});
+            if (AccessibleRef child = Child(parent, i)) children.push_back(std::move(child));
+        }
+        // The children's states, roles and places, asked for all at once.
+        std::vector<AtspiAccessible*> nodes;
+        for (const AccessibleRef& child : children) nodes.push_back(child.get());
+        std::vector<std::optional<NodeFacts>> facts = ReadNodesFacts(nodes, kAccessibilityCallTimeoutMs);
+        // Reversed, so that the first child comes off the stack first.
+        for (std::size_t i = children.size(); i-- > 0;) {
+            stack.push_back({std::move(children[i]), depth, std::move(facts[i])});
         }
     };
     pushChildren(root, 1);
@@ -130,7 +139,7 @@ void VisitByWalking(AtspiAccessible* root, ScanBudget& budget,
         if (!budget.TakeNode() || budget.Spent()) return;
         Pending next = std::move(stack.back());
         stack.pop_back();
-        const NodeFacts facts = ReadNodeFacts(next.node.get());
+        const NodeFacts facts = next.facts ? *next.facts : ReadNodeFacts(next.node.get());
         // What is not shown hides its children too.
         if (!facts.showing) continue;
         const Visit decision = visit(next.node.get(), facts);
