@@ -24,18 +24,8 @@ GMainContext* atspiContext = nullptr;
 bool AccessibilityBusAnswers() {
     const char* direct = std::getenv("AT_SPI_BUS_ADDRESS");
     if (direct && *direct) return true;
-    if (!SessionBusConfigured()) return false;
-    GError* error = nullptr;
-    GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error);
-    if (!bus) {
-        g_clear_error(&error);
-        return false;
-    }
-    // The shared connection would end the process when the bus goes away.
-    g_dbus_connection_set_exit_on_close(bus, FALSE);
-    GVariant* reply = g_dbus_connection_call_sync(bus, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus",
-                                                  "GetAddress", nullptr, G_VARIANT_TYPE("(s)"),
-                                                  G_DBUS_CALL_FLAGS_NONE, kBusAddressTimeoutMs, nullptr, &error);
+    GVariant* reply = CallAccessibilityBusLauncher("org.a11y.Bus", "GetAddress", nullptr, G_VARIANT_TYPE("(s)"),
+                                                   kBusAddressTimeoutMs);
     bool answers = false;
     if (reply) {
         const gchar* address = nullptr;
@@ -43,8 +33,6 @@ bool AccessibilityBusAnswers() {
         answers = address && *address;
         g_variant_unref(reply);
     }
-    g_clear_error(&error);
-    g_object_unref(bus);
     return answers;
 }
 
