@@ -2,8 +2,6 @@
 // display, one instance per user.
 #include <QApplication>
 #include <QDir>
-#include <QMessageBox>
-#include <QSettings>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -17,9 +15,8 @@
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_target.h"
-#include "frontend/frontend_identity.h"
+#include "frontend/application_start.h"
 #include "frontend/main_window.h"
-#include "frontend/themes.h"
 #include "update/updater.h"
 
 namespace {
@@ -66,22 +63,15 @@ int main(int argc, char* argv[]) {
         return 1;
     }
     QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName(frontend::kOrganisationName);
-    QCoreApplication::setApplicationName(frontend::kApplicationName);
-    // Closing the window hides it; only the tray menu's "Zakończ" ends the program.
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(QIcon(QCoreApplication::applicationDirPath() + QStringLiteral("/zirvel.ico")));
+    frontend::PrepareApplication();
 
     zirvel::app::SingleInstance instance(zirvel::app::RuntimeFolder(), QString::fromLatin1(zirvel::app::kInstanceName));
     if (!instance.Acquired()) {
-        QMessageBox::information(nullptr, QStringLiteral("Zirvel"),
-                                 QCoreApplication::translate("main", "Zirvel już działa — sprawdź ikonę w zasobniku systemowym."),
-                                 QMessageBox::Ok, QMessageBox::NoButton);
+        frontend::ShowAlreadyRunningMessage();
         return 0;
     }
 
-    frontend::applyTheme(
-        QSettings(frontend::kOrganisationName, frontend::kSettingsScope).value(frontend::kThemeKey, QStringLiteral("fluent")).toString());
+    frontend::ApplySavedTheme();
     // From here on config.json, default.json, voice.json, icons/ and themes/
     // resolve in the program directory, wherever the program was started from.
     const QString programDirectory = QCoreApplication::applicationDirPath();

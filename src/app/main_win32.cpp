@@ -6,17 +6,13 @@
 #endif
 #include <QApplication>
 #include <QDir>
-#include <QIcon>
-#include <QMessageBox>
-#include <QSettings>
 
 #include <windows.h>
 
 #include "app/win32_engine_host.h"
 #include "engine/overlay_exports.h"
-#include "frontend/frontend_identity.h"
+#include "frontend/application_start.h"
 #include "frontend/main_window.h"
-#include "frontend/themes.h"
 #include "system/runtime_library.h"
 #include "update/updater.h"
 
@@ -24,23 +20,16 @@ namespace frontend = zirvel::frontend;
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName(frontend::kOrganisationName);
-    QCoreApplication::setApplicationName(frontend::kApplicationName);
-    // Closing the window hides it; only the tray menu's "Zakończ" ends the program.
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(QIcon(QCoreApplication::applicationDirPath() + QStringLiteral("/zirvel.ico")));
+    frontend::PrepareApplication();
 
     // Shared with zirvel-engine.exe; the handle stays open until the process ends.
     CreateMutexW(nullptr, TRUE, L"ZirvelEngineRunning");
     if (GetLastError() == ERROR_ALREADY_EXISTS) {
-        QMessageBox::information(nullptr, QStringLiteral("Zirvel"),
-                                 QCoreApplication::translate("main", "Zirvel już działa — sprawdź ikonę w zasobniku systemowym."),
-                                 QMessageBox::Ok, QMessageBox::NoButton);
+        frontend::ShowAlreadyRunningMessage();
         return 0;
     }
 
-    frontend::applyTheme(
-        QSettings(frontend::kOrganisationName, frontend::kSettingsScope).value(frontend::kThemeKey, QStringLiteral("fluent")).toString());
+    frontend::ApplySavedTheme();
     // From here on config.json, default.json, voice.json, icons/ and themes/
     // resolve in the program directory, wherever the program was started from.
     const QString programDirectory = QCoreApplication::applicationDirPath();
