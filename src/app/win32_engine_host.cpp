@@ -7,6 +7,7 @@
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_thread.h"
+#include "navigation/element_hints.h"
 #include "platform/win32/install_element_scanner.h"
 #include "platform/win32/wave_in_capture.h"
 
@@ -21,6 +22,8 @@ Win32EngineHost::Win32EngineHost(HINSTANCE instance, const std::u16string& progr
 }
 
 Win32EngineHost::~Win32EngineHost() {
+    // The scanner itself lives on: a scan thread may still be using it.
+    SetElementScanner(nullptr);
     RemoveCanvasRenderer();
     SetVoiceThreadMaker(nullptr);
     SetGazeThreadMaker(nullptr);
