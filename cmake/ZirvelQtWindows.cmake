@@ -25,10 +25,11 @@ function(zirvel_link_runtime_dynamically target)
 endfunction()
 
 # Puts the Qt DLLs, plugins and the C++ runtime beside <target>, so it runs
-# from its folder.
+# from its folder: zirvel_stage_qt_runtime(<target> [EXTRA <file>...]).
 function(zirvel_stage_qt_runtime target)
+  cmake_parse_arguments(ARG "" "" "EXTRA" ${ARGN})
   set(commands "")
-  foreach(file IN LISTS ZIRVEL_QT_WINDOWS_RUNTIME)
+  foreach(file IN LISTS ZIRVEL_QT_WINDOWS_RUNTIME ARG_EXTRA)
     get_filename_component(folder "${file}" DIRECTORY)
     string(REGEX REPLACE "^(bin|plugins)/?" "" folder "${folder}")
     list(APPEND commands
