@@ -18,11 +18,12 @@ build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-
 # A private sound server without a sound card and Polish speech for the
 # voice tests; for the hint tests a private session bus (dbus-daemon,
 # dbus-send) that starts the accessibility bus (at-spi2-core), and a GTK
-# dialog nobody here wrote (zenity).
+# dialog nobody here wrote (zenity); a notification area for the tray
+# menu's tests (trayer).
 test_packages=(libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng
-               zenity at-spi2-core dbus-daemon dbus-bin)
+               zenity at-spi2-core dbus-daemon dbus-bin trayer)
 
 demo_packages=(xvfb xcompmgr x11-apps x11-xserver-utils xdotool xterm netpbm)
 # The Windows demo: the cross compiler, Wine, and a tray host for Wine's icons.

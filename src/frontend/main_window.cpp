@@ -188,7 +188,9 @@ void MainWindow::buildTray() {
     connect(menu->addAction(tr("Pokaż koło")), &QAction::triggered, this, [] { OverlayToggleWheel(); });
     connect(menu->addAction(tr("Pokaż okno")), &QAction::triggered, this, &MainWindow::showWindow);
     menu->addSeparator();
-    connect(menu->addAction(tr("Zakończ")), &QAction::triggered, this, [] { QCoreApplication::quit(); });
+    // exit(), not quit(): Qt 6's quit() first asks every window to close and
+    // gives up when one refuses, as this window does while the tray shows.
+    connect(menu->addAction(tr("Zakończ")), &QAction::triggered, this, [] { QCoreApplication::exit(0); });
     tray_->setContextMenu(menu);
     // Only a double click brings the window back; a single click is easy to make by accident.
     connect(tray_, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {

@@ -304,9 +304,13 @@ private slots:
         check->click();
         QVERIFY(check->isEnabled());
     }
-    // Last: it runs and ends the application's event loop.
+    // Last: it runs and ends the application's event loop. The window
+    // shows, so a quit that asks the windows to close first would be
+    // refused (closing only hides it to the tray).
     void zakonczEndsTheEventLoop() {
         MainWindow window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
         QSignalSpy aboutToQuit(qApp, &QCoreApplication::aboutToQuit);
         QTimer::singleShot(0, &window, [&window] { window.tray()->contextMenu()->actions().back()->trigger(); });
         // Should "Zakończ" not end it, this does, with another code.

@@ -16,9 +16,29 @@ using namespace std::chrono_literals;
 
 const std::filesystem::path kWindowsBuild = ZIRVEL_WINDOWS_BUILD;
 const std::filesystem::path kPrefix = kWindowsBuild / "wineprefix";
+// Where Zirvel.exe's QSettings("Zirvel", "UI") live.
+constexpr char kFrontEndSettingsKey[] = "HKCU\\Software\\Zirvel\\UI";
 
 void WriteText(const std::filesystem::path& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
+}
+
+// The program folder as it ships: the programs, their DLLs and the Qt
+// plugins, icons/ and themes/ (not the build's own files).
+void CopyProgramFolder(const std::filesystem::path& build, const std::filesystem::path& folder) {
+    for (const auto& entry : std::filesystem::directory_iterator(build)) {
+        const std::filesystem::path& path = entry.path();
+        const std::string extension = path.extension().string();
+        const std::string name = path.filename().string();
+        if (entry.is_directory()) {
+            if (name == "icons" || name == "themes" || name == "platforms" || name == "styles" ||
+                name == "imageformats") {
+                std::filesystem::copy(path, folder / name, std::filesystem::copy_options::recursive);
+            }
+        } else if (extension == ".exe" || extension == ".dll" || extension == ".ico") {
+            std::filesystem::copy_file(path, folder / name);
+        }
+    }
 }
 
 }  // namespace
@@ -48,15 +68,7 @@ WineSession::WineSession(const std::string& config, const std::string& wheels) :
     user_ = std::make_unique<XConnection>(server_.Name());
     if (!user_->Get()) return;
     directory_ = ScratchDirectory("zirvel_wine_");
-    const std::filesystem::path programs = kWindowsBuild / "src" / "app";
-    for (const char* name : {"zirvel-engine.exe", "zirvel-activate.exe", "zirvel-say.exe"}) {
-        std::filesystem::copy_file(programs / name, directory_ / name);
-    }
-    std::filesystem::copy(programs / "icons", directory_ / "icons", std::filesystem::copy_options::recursive);
-    // The speech recogniser and its runtime, as the program folder ships them.
-    for (const char* name : {"libvosk.dll", "libstdc++-6.dll", "libgcc_s_seh-1.dll", "libwinpthread-1.dll"}) {
-        if (std::filesystem::exists(programs / name)) std::filesystem::copy_file(programs / name, directory_ / name);
-    }
+    CopyProgramFolder(kWindowsBuild / "src" / "app", directory_);
     if (!config.empty()) WriteText(directory_ / "config.json", config);
     if (!wheels.empty()) WriteText(directory_ / "default.json", wheels);
     WriteText(directory_ / "voice.json", R"({"actions": []})");
@@ -116,14 +128,28 @@ void WineSession::FocusApplication() {
     XSync(user_->Get(), False);
 }
 
-std::unique_ptr<ChildProcess> WineSession::StartEngineProcess() { return Run({(directory_ / "zirvel-engine.exe").string()}); }
+std::unique_ptr<ChildProcess> WineSession::StartEngineProcess(const std::string& program) {
+    return Run({(directory_ / program).string()});
+}
 
-bool WineSession::StartEngine() {
-    engines_.push_back(StartEngineProcess());
+bool WineSession::StartEngine(const std::string& program) {
+    engines_.push_back(StartEngineProcess(program));
     if (!WaitForLine("engine up", 60s)) return false;
     // The main window knows the phrases only once the start has run (hot
     // key, files, phrases); a box shown during the start delays that.
     return WaitUntil([this] { return RunTool("zirvel-say.exe", "schowaj siatkę") == 0; }, 30s, 200ms);
+}
+
+ChildProcess* WineSession::Engine() const { return engines_.empty() ? nullptr : engines_.front().get(); }
+
+void WineSession::SetFrontEndSetting(const std::string& key, const std::string& value) {
+    auto reg = Run({"reg", "add", kFrontEndSettingsKey, "/v", key, "/d", value, "/f"});
+    reg->WaitForExit(30s);
+}
+
+void WineSession::ClearFrontEndSettings() {
+    auto reg = Run({"reg", "delete", kFrontEndSettingsKey, "/f"});
+    reg->WaitForExit(30s);
 }
 
 int WineSession::RunTool(const std::string& program, const std::string& argument) {

@@ -19,8 +19,9 @@ namespace zirvel_test {
 
 class WineSession {
 public:
-    // Copies zirvel-engine.exe, the tools and icons/ into a scratch program
-    // directory with these config.json and default.json (none when empty).
+    // Copies the Windows build's program folder (Zirvel.exe,
+    // zirvel-engine.exe, the tools, DLLs, icons/ and themes/) into a scratch
+    // program directory with these config.json and default.json (none when empty).
     WineSession(const std::string& config, const std::string& wheels);
     // Ends every Wine process of the session (wineserver -k).
     ~WineSession();
@@ -40,9 +41,16 @@ public:
     // Starts the stand-in application with these options and gives it the
     // keyboard focus; true once it is ready.
     bool StartApplication(const std::vector<std::string>& options = {});
-    // Starts zirvel-engine.exe; true once its main window exists.
-    bool StartEngine();
-    std::unique_ptr<ChildProcess> StartEngineProcess();
+    // Starts zirvel-engine.exe (or Zirvel.exe); true once the engine's main
+    // window exists and answers.
+    bool StartEngine(const std::string& program = "zirvel-engine.exe");
+    std::unique_ptr<ChildProcess> StartEngineProcess(const std::string& program = "zirvel-engine.exe");
+    // The process of the first StartEngine.
+    ChildProcess* Engine() const;
+    // Zirvel.exe's front-end settings, which live in the prefix's registry:
+    // tests that start it clear them first.
+    void SetFrontEndSetting(const std::string& key, const std::string& value);
+    void ClearFrontEndSettings();
     // Runs zirvel-activate.exe or zirvel-say.exe (by name) to its end: the exit code.
     int RunTool(const std::string& program, const std::string& argument);
     // A line for the application's command file.

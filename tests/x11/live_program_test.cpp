@@ -12,6 +12,7 @@
 #include <fstream>
 #include <utility>
 
+#include "program_windows.h"
 #include "x_session.h"
 
 namespace zirvel_test {
@@ -213,18 +214,8 @@ TEST_F(LiveProgramTest, ASecondInstanceSaysSoAndEndsWithZero) {
     const std::vector<Window> before = user_.FindWindows("Zirvel");
     auto second = program_.StartAnother();
     // Its message box: dismiss it with Enter, as a user would.
-    Window box = 0;
-    ASSERT_TRUE(WaitUntil(
-        [&] {
-            for (Window window : user_.FindWindows("Zirvel")) {
-                if (std::find(before.begin(), before.end(), window) == before.end() && user_.IsMapped(window) &&
-                    user_.WindowGeometry(window).width > 100) {
-                    box = window;
-                }
-            }
-            return box != 0;
-        },
-        5000ms));
+    const Window box = WaitForMessageBox(user_, before, 5000ms);
+    ASSERT_NE(box, 0u);
     XSetInputFocus(user_.Get(), box, RevertToParent, CurrentTime);
     std::this_thread::sleep_for(200ms);
     user_.PressKey(XK_Return);
@@ -234,52 +225,13 @@ TEST_F(LiveProgramTest, ASecondInstanceSaysSoAndEndsWithZero) {
     EXPECT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms));
 }
 
-// The program's main window (called "Zirvel", like its message boxes, but
-// the only one this wide); 0 when it does not show within 5 s.
-Window FindMainWindow(XConnection& user) {
-    Window window = 0;
-    WaitUntil(
-        [&] {
-            for (Window candidate : user.FindWindows("Zirvel")) {
-                if (user.IsMapped(candidate) && user.WindowGeometry(candidate).width >= 800) window = candidate;
-            }
-            return window != 0;
-        },
-        5000ms);
-    return window;
-}
-
-// The window manager's close button: WM_DELETE_WINDOW to the window.
-void PressCloseButton(XConnection& user, Window window) {
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(user.Get(), "WM_PROTOCOLS", False);
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(XInternAtom(user.Get(), "WM_DELETE_WINDOW", False));
-    event.xclient.data.l[1] = CurrentTime;
-    XSendEvent(user.Get(), window, False, NoEventMask, &event);
-    XFlush(user.Get());
-}
-
 // What the program's main window shows once it has settled, started with
 // the given front-end theme; 0 when it did not show.
 std::uint64_t MainWindowPicture(ProgramUnderTest& program, XConnection& user, const std::string& theme) {
     program.SetFrontEndSetting("theme", theme);
     if (!program.Start()) return 0;
     const Window window = FindMainWindow(user);
-    std::uint64_t picture = 0;
-    if (window != 0) {
-        const XConnection::Geometry area = user.WindowGeometry(window);
-        std::uint64_t previous = 1;
-        WaitUntil(
-            [&] {
-                std::this_thread::sleep_for(100ms);
-                picture = user.ScreenChecksum(area);
-                return std::exchange(previous, picture) == picture;
-            },
-            5000ms);
-    }
+    const std::uint64_t picture = window != 0 ? SettledChecksum(user, user.WindowGeometry(window)) : 0;
     EXPECT_TRUE(program.Stop()) << "the program did not end with 0 on SIGTERM";
     return picture;
 }
@@ -305,6 +257,18 @@ TEST_F(LiveProgramTest, TheCloseButtonHidesTheWindowAndTheProgramGoesOn) {
     EXPECT_TRUE(program_.Process()->Alive());
     application_.Focus();
     ShowWheel();
+}
+
+TEST_F(LiveProgramTest, TheTrayMenusZakonczEndsTheProgramWithZero) {
+    NotificationArea tray(server_.Name());
+    ASSERT_TRUE(WaitUntil([&] { return !user_.FindWindows("panel").empty(); }, 5000ms)) << "no notification area";
+    StartProgram();
+    const Window icon = tray.WaitForIcon(user_, 10000ms);
+    ASSERT_NE(icon, 0u) << "the tray icon did not dock";
+    const Window menu = OpenIconMenu(user_, icon, 10000ms);
+    ASSERT_NE(menu, 0u) << "a right click on the icon opened no menu";
+    ClickLastMenuItem(user_, menu);  // "Zakończ"
+    EXPECT_EQ(program_.Process()->WaitForExit(5000ms), std::optional<int>(0));
 }
 
 // One X screen split into two monitors, the right one not primary.

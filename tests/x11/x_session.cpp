@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <atomic>
 #include <cstring>
 #include <fstream>
@@ -178,7 +179,25 @@ bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds
 
 // --- XConnection --------------------------------------------------------------------
 
-XConnection::XConnection(const std::string& display) { display_ = XOpenDisplay(display.c_str()); }
+namespace {
+
+// Other programs' windows come and go while a test looks at them: a window
+// that vanished between two requests is no reason to end the test process,
+// which Xlib's default handler would do. Anything else is printed.
+int TolerateVanishedWindows(Display* display, XErrorEvent* error) {
+    if (error->error_code == BadWindow || error->error_code == BadDrawable || error->error_code == BadMatch) return 0;
+    char text[256] = {};
+    XGetErrorText(display, error->error_code, text, sizeof text);
+    std::fprintf(stderr, "X error: %s (request %d)\n", text, error->request_code);
+    return 0;
+}
+
+}  // namespace
+
+XConnection::XConnection(const std::string& display) {
+    XSetErrorHandler(TolerateVanishedWindows);
+    display_ = XOpenDisplay(display.c_str());
+}
 
 XConnection::~XConnection() {
     if (display_) XCloseDisplay(display_);
@@ -283,7 +302,20 @@ std::uint32_t XConnection::ScreenPixel(int x, int y) {
     return pixel;
 }
 
-std::uint64_t XConnection::ScreenChecksum(const Geometry& area) {
+XConnection::Geometry XConnection::OnScreen(const Geometry& area) {
+    const int screenWidth = DisplayWidth(display_, DefaultScreen(display_));
+    const int screenHeight = DisplayHeight(display_, DefaultScreen(display_));
+    Geometry clipped;
+    clipped.x = std::clamp(area.x, 0, screenWidth);
+    clipped.y = std::clamp(area.y, 0, screenHeight);
+    clipped.width = std::max(0, std::min(area.x + area.width, screenWidth) - clipped.x);
+    clipped.height = std::max(0, std::min(area.y + area.height, screenHeight) - clipped.y);
+    return clipped;
+}
+
+std::uint64_t XConnection::ScreenChecksum(const Geometry& wanted) {
+    const Geometry area = OnScreen(wanted);
+    if (area.width == 0 || area.height == 0) return 0;
     XImage* image = XGetImage(display_, Root(), area.x, area.y, static_cast<unsigned>(area.width),
                               static_cast<unsigned>(area.height), AllPlanes, ZPixmap);
     if (!image) return 0;

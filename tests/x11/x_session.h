@@ -98,6 +98,8 @@ public:
         int height = 0;
     };
     Geometry WindowGeometry(Window window);
+    // The part of `area` that lies on the screen (a window may reach past its edge).
+    Geometry OnScreen(const Geometry& area);
     // The pixel of the root window (what the screen shows) as 0xRRGGBB.
     std::uint32_t ScreenPixel(int x, int y);
     // A checksum of a screen rectangle, to notice any redraw in it.
