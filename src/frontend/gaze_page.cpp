@@ -79,7 +79,16 @@ GazePage::GazePage(QWidget* parent) : QWidget(parent) {
     updateDwellLabel();
 
     connect(dwell_, &QSlider::valueChanged, this, &GazePage::updateDwellLabel);
-    // Saved when the slider is let go, not on every value it passes.
+    // A drag is saved when the slider is let go, not on every value it
+    // passes; keys and the mouse wheel (no drag) once they pause, since a
+    // keyboard user never lets go of a mouse button.
+    pendingSave_ = new QTimer(this);
+    pendingSave_->setSingleShot(true);
+    pendingSave_->setInterval(kKeyboardSaveDelayMs);
+    connect(pendingSave_, &QTimer::timeout, this, &GazePage::saveGazeSettings);
+    connect(dwell_, &QSlider::valueChanged, this, [this] {
+        if (!loading_ && !dwell_->isSliderDown()) pendingSave_->start();
+    });
     connect(dwell_, &QSlider::sliderReleased, this, &GazePage::saveGazeSettings);
     connect(enabled_, &QCheckBox::toggled, this, &GazePage::saveGazeSettings);
 
@@ -87,6 +96,10 @@ GazePage::GazePage(QWidget* parent) : QWidget(parent) {
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &GazePage::refreshStatus);
     timer->start(1500);
+}
+
+GazePage::~GazePage() {
+    if (pendingSave_->isActive()) saveGazeSettings();
 }
 
 void GazePage::updateDwellLabel() {
@@ -97,6 +110,7 @@ void GazePage::updateDwellLabel() {
 
 void GazePage::saveGazeSettings() {
     if (loading_) return;
+    pendingSave_->stop();
     QJsonObject config = ReadConfigObject();
     config.insert(QStringLiteral("gazeEnabled"), enabled_->isChecked());
     config.insert(QStringLiteral("gazeDwell"), dwell_->value());

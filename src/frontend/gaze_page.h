@@ -7,6 +7,7 @@
 class QCheckBox;
 class QLabel;
 class QSlider;
+class QTimer;
 
 namespace zirvel::frontend {
 
@@ -14,7 +15,12 @@ class GazePage : public QWidget {
     Q_OBJECT
 
 public:
+    // How long keys and the mouse wheel must rest before their dwell is saved.
+    static constexpr int kKeyboardSaveDelayMs = 400;
+
     explicit GazePage(QWidget* parent = nullptr);
+    // A keyboard change still waiting for its save is saved now.
+    ~GazePage() override;
 
     QLabel* statusLabel() const { return status_; }
     QCheckBox* enabledBox() const { return enabled_; }
@@ -30,6 +36,9 @@ private:
     QCheckBox* enabled_;
     QSlider* dwell_;
     QLabel* dwellValue_;
+    // Keyboard and wheel changes come in runs (a held arrow key): one save
+    // after the run, not one per step.
+    QTimer* pendingSave_;
     bool loading_ = false;
 };
 

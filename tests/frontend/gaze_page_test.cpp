@@ -93,16 +93,45 @@ private slots:
         QCOMPARE(LiveEngine().Settings().gazeDwell, 1500);
     }
 
-    void keyboardChangesWaitForTheNextReleaseOrToggle() {
+    // Keyboard users never let go of a mouse button: their changes are
+    // saved too, once a run of key presses pauses.
+    void keyboardChangesAreSavedOnceTheKeysRest() {
         QVERIFY(WriteProgramFile(kConfig, "{\"gazeDwell\": 900}"));
+        OverlayReloadConfig();
         GazePage page;
         page.dwellSlider()->setFocus();
-        QTest::keyClick(page.dwellSlider(), Qt::Key_Right);
-        QCOMPARE(page.dwellSlider()->value(), 950);
-        QCOMPARE(page.dwellLabel()->text(), QStringLiteral("950 ms"));
+        for (int step = 0; step < 4; ++step) QTest::keyClick(page.dwellSlider(), Qt::Key_Right);
+        QCOMPARE(page.dwellSlider()->value(), 1100);
+        QCOMPARE(page.dwellLabel()->text(), QStringLiteral("1100 ms"));
+        // Not one save per step: the run is still going.
         QCOMPARE(ConfigOnDisk().value(QStringLiteral("gazeDwell")).toInt(), 900);
-        page.enabledBox()->toggle();
-        QCOMPARE(ConfigOnDisk().value(QStringLiteral("gazeDwell")).toInt(), 950);
+        QTRY_COMPARE_WITH_TIMEOUT(ConfigOnDisk().value(QStringLiteral("gazeDwell")).toInt(), 1100,
+                                  GazePage::kKeyboardSaveDelayMs * 5);
+        QCOMPARE(LiveEngine().Settings().gazeDwell, 1100);
+        QTest::keyClick(page.dwellSlider(), Qt::Key_End);
+        QTRY_COMPARE_WITH_TIMEOUT(ConfigOnDisk().value(QStringLiteral("gazeDwell")).toInt(), 3000,
+                                  GazePage::kKeyboardSaveDelayMs * 5);
+    }
+
+    void aKeyboardChangeIsNotLostWhenThePageCloses() {
+        QVERIFY(WriteProgramFile(kConfig, "{\"gazeDwell\": 900}"));
+        {
+            GazePage page;
+            page.dwellSlider()->setFocus();
+            QTest::keyClick(page.dwellSlider(), Qt::Key_Left);
+        }
+        QCOMPARE(ConfigOnDisk().value(QStringLiteral("gazeDwell")).toInt(), 850);
+    }
+
+    void aDragIsSavedOnlyWhenLetGo() {
+        QVERIFY(WriteProgramFile(kConfig, "{\"gazeDwell\": 900}"));
+        GazePage page;
+        page.dwellSlider()->setSliderDown(true);
+        page.dwellSlider()->setValue(2000);
+        QTest::qWait(GazePage::kKeyboardSaveDelayMs * 2);
+        QCOMPARE(ConfigOnDisk().value(QStringLiteral("gazeDwell")).toInt(), 900);
+        page.dwellSlider()->setSliderDown(false);
+        QCOMPARE(ConfigOnDisk().value(QStringLiteral("gazeDwell")).toInt(), 2000);
     }
 
     void togglingWritesAndReloadsTheEngine() {
