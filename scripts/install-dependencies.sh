@@ -19,11 +19,11 @@ build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-
 # voice tests; for the hint tests a private session bus (dbus-daemon,
 # dbus-send) that starts the accessibility bus (at-spi2-core), and a GTK
 # dialog nobody here wrote (zenity); a notification area for the tray
-# menu's tests (trayer).
+# menu's tests (trayer); XFixes to see the pointer's cursor.
 test_packages=(libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng
-               zenity at-spi2-core dbus-daemon dbus-bin trayer)
+               zenity at-spi2-core dbus-daemon dbus-bin trayer libxfixes-dev)
 
 demo_packages=(xvfb xcompmgr x11-apps x11-xserver-utils xdotool xterm netpbm)
 # The Windows demo: the cross compiler, Wine, and a tray host for Wine's icons.

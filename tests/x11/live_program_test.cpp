@@ -109,6 +109,18 @@ TEST_F(LiveProgramTest, TheHotKeyShowsTheWheelCentredAndHidesItAgain) {
     EXPECT_TRUE(WaitUntil([this] { return application_.FocusedWindow() == application_.Id(); }, 2000ms));
 }
 
+// The virtual cursor is drawn in the wheel; the real pointer shows nothing
+// while the wheel does.
+TEST_F(LiveProgramTest, NoPointerShowsWhileTheWheelDoes) {
+    StartProgram();
+    ASSERT_TRUE(user_.PointerVisible());
+    ShowWheel();
+    EXPECT_TRUE(WaitUntil([&] { return !user_.PointerVisible(); }, 2000ms)) << "the pointer still shows";
+    user_.PressKey(XK_F8);
+    ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms));
+    EXPECT_TRUE(WaitUntil([&] { return user_.PointerVisible(); }, 2000ms)) << "the pointer did not come back";
+}
+
 TEST_F(LiveProgramTest, TheHotKeyCountsWithNumLockButNotWithShift) {
     StartProgram();
     user_.PressKey(XK_Num_Lock);

@@ -1,6 +1,7 @@
 #include "x_session.h"
 
 #include <X11/Xutil.h>
+#include <X11/extensions/Xfixes.h>
 #include <X11/extensions/XTest.h>
 
 #include <fcntl.h>
@@ -300,6 +301,15 @@ std::uint32_t XConnection::ScreenPixel(int x, int y) {
     const std::uint32_t pixel = static_cast<std::uint32_t>(XGetPixel(image, 0, 0)) & 0xFFFFFF;
     XDestroyImage(image);
     return pixel;
+}
+
+bool XConnection::PointerVisible() {
+    XFixesCursorImage* image = XFixesGetCursorImage(display_);
+    if (!image) return true;
+    bool visible = false;
+    for (int i = 0; i < image->width * image->height && !visible; ++i) visible = (image->pixels[i] >> 24) != 0;
+    XFree(image);
+    return visible;
 }
 
 XConnection::Geometry XConnection::OnScreen(const Geometry& area) {

@@ -84,6 +84,8 @@ public:
     void MoveMouseTo(int x, int y);
     void ClickButton(unsigned button);
     std::pair<int, int> Pointer();
+    // Whether the pointer's current cursor image has any pixel that shows.
+    bool PointerVisible();
 
     // Every window (at any depth) whose name is `name`.
     std::vector<Window> FindWindows(const std::string& name);

@@ -272,6 +272,15 @@ void X11Platform::BeginPointerCapture(ScreenPoint pinned) {
         attributes.override_redirect = True;
         pinWindow_ = XCreateWindow(display_, root, pinned.x, pinned.y, 1, 1, 0, 0, InputOnly, CopyFromParent,
                                    CWOverrideRedirect, &attributes);
+        // No pointer while the wheel shows (without a window manager the
+        // server's "×" would sit in the wheel's hole): the virtual cursor
+        // is drawn in the wheel's picture.
+        const char noBits[1] = {0};
+        const Pixmap empty = XCreateBitmapFromData(display_, pinWindow_, noBits, 1, 1);
+        XColor black{};
+        blankCursor_ = XCreatePixmapCursor(display_, empty, empty, &black, &black, 0, 0);
+        XFreePixmap(display_, empty);
+        XDefineCursor(display_, pinWindow_, blankCursor_);
     }
     XMoveWindow(display_, pinWindow_, pinned.x, pinned.y);
     XMapRaised(display_, pinWindow_);
@@ -288,7 +297,7 @@ void X11Platform::BeginPointerCapture(ScreenPoint pinned) {
     // A refused grab (another program holds one) is not fatal: raw motion
     // still steers the wheel.
     XGrabPointer(display_, pinWindow_, False, ButtonPressMask | ButtonReleaseMask | PointerMotionMask,
-                 GrabModeAsync, GrabModeAsync, pinWindow_, None, CurrentTime);
+                 GrabModeAsync, GrabModeAsync, pinWindow_, blankCursor_, CurrentTime);
     XFlush(display_);
     captured_ = true;
 }

@@ -24,6 +24,7 @@ class OverlayWindow;
 // Xlib's Window and Atom (both XIDs).
 using XWindow = unsigned long;
 using XAtom = unsigned long;
+using XCursor = unsigned long;
 
 class X11Platform final : public QObject, public Platform {
 public:
@@ -107,6 +108,7 @@ private:
     bool hotKeyDown_ = false;
 
     XWindow pinWindow_ = 0;  // 1 x 1 input-only window the grab confines to
+    XCursor blankCursor_ = 0;  // shown during the grab: the wheel draws its own cursor
     bool captured_ = false;
 
     std::mutex monitorsLock_;
