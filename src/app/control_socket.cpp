@@ -2,6 +2,7 @@
 
 #include <QLocalSocket>
 
+#include "app/control_request.h"
 #include "app/runtime_folder.h"
 
 namespace zirvel::app {
@@ -30,22 +31,17 @@ void ControlServer::Serve() {
                 if (client->bytesAvailable() > kLongestRequest) client->abort();
                 return;
             }
-            QByteArray line = client->readLine(kLongestRequest);
-            if (line.endsWith('\n')) line.chop(1);
-            client->write(Handle(QString::fromUtf8(line)) ? "1\n" : "0\n");
+            const ControlRequest request = ParseControlRequest(client->readLine(kLongestRequest));
+            client->write(Handle(request) ? "1\n" : "0\n");
             client->disconnectFromServer();
         });
     }
 }
 
-bool ControlServer::Handle(const QString& request) {
-    const qsizetype space = request.indexOf(QLatin1Char(' '));
-    if (space <= 0) return false;
-    const QString command = request.left(space);
-    const QString argument = request.mid(space + 1);
-    if (argument.isEmpty()) return false;
-    if (command == QLatin1String("activate") && handlers_.activate) return handlers_.activate(argument);
-    if (command == QLatin1String("say") && handlers_.say) return handlers_.say(argument);
+bool ControlServer::Handle(const ControlRequest& request) {
+    if (!request.valid) return false;
+    if (request.command == QLatin1String("activate") && handlers_.activate) return handlers_.activate(request.argument);
+    if (request.command == QLatin1String("say") && handlers_.say) return handlers_.say(request.argument);
     return false;
 }
 

@@ -15,6 +15,8 @@
 
 namespace zirvel::app {
 
+struct ControlRequest;
+
 struct ControlHandlers {
     std::function<bool(const QString& path)> activate;
     std::function<bool(const QString& text)> say;
@@ -28,7 +30,7 @@ public:
 
 private:
     void Serve();
-    bool Handle(const QString& request);
+    bool Handle(const ControlRequest& request);
 
     QLocalServer server_;
     ControlHandlers handlers_;
