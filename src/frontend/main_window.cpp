@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QSystemTrayIcon>
@@ -49,6 +50,21 @@ QFrame* MakeSettingsCard(const QString& heading, QVBoxLayout*& layout) {
     return card;
 }
 
+// Each page scrolls on its own: the window keeps the size it opens at
+// whatever a page's widest row or a theme's paddings ask for, and a narrow
+// page is never laid out at the widest page's width.
+QScrollArea* InScrollArea(QWidget* page) {
+    auto* area = new QScrollArea;
+    // The themes paint it with the page colour.
+    area->setObjectName(QStringLiteral("PageScroll"));
+    area->setWidget(page);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    // The page's own controls take the focus; the area scrolls to each.
+    area->setFocusPolicy(Qt::NoFocus);
+    return area;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
@@ -68,29 +84,32 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     sidebar_->setCurrentRow(0);
 
     pages_ = new QStackedWidget;
-    pages_->addWidget(buildStartPage());
     editor_ = new WheelEditorPage;
-    pages_->addWidget(editor_);
-    pages_->addWidget(new VoicePage([this](const QString& path) {
+    auto* voice = new VoicePage([this](const QString& path) {
         editor_->loadFile(path);
         sidebar_->setCurrentRow(kEditorRow);
-    }));
-    pages_->addWidget(new GazePage);
-    pages_->addWidget(buildSettingsPage());
+    });
+    for (QWidget* page : {buildStartPage(), static_cast<QWidget*>(editor_), static_cast<QWidget*>(voice),
+                          static_cast<QWidget*>(new GazePage), buildSettingsPage()})
+        pages_->addWidget(InScrollArea(page));
     connect(sidebar_, &QListWidget::currentRowChanged, pages_, &QStackedWidget::setCurrentIndex);
 
     layout->addWidget(sidebar_, 0);
     layout->addWidget(pages_, 1);
     setCentralWidget(central);
 
-    // Every page takes its style now, so the window opens wide enough for
-    // the widest one instead of growing when that page first shows.
+    // Every page takes its style now, so no page's first showing resizes the window.
     ensurePolished();
     buildTray();
     refreshStatus();
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &MainWindow::refreshStatus);
     timer->start(1500);
+}
+
+QWidget* MainWindow::page(int row) const {
+    auto* area = qobject_cast<QScrollArea*>(pages_->widget(row));
+    return area ? area->widget() : nullptr;
 }
 
 QWidget* MainWindow::buildStartPage() {
@@ -104,6 +123,9 @@ QWidget* MainWindow::buildStartPage() {
     left->addWidget(BuildValueCard(tr("Tobii Eye Tracker"), QString(), "ok", &gazeStatus_));
     left->addWidget(BuildValueCard(tr("Komendy głosowe"), QString(), "ok", &voiceStatus_));
     left->addWidget(BuildValueCard(tr("Konfiguracja kół"), QString(), "value", &wheelsStatus_));
+    // A long status (a missing library and what to install) wraps rather
+    // than widening the page.
+    for (QLabel* status : {gazeStatus_, voiceStatus_, wheelsStatus_}) status->setWordWrap(true);
     left->addStretch(1);
     auto* toggle = new QPushButton(tr("Pokaż koło (X)"));
     toggle->setObjectName(QStringLiteral("Primary"));

@@ -22,7 +22,9 @@ public:
     explicit MainWindow(QWidget* parent = nullptr);
 
     QListWidget* sidebar() const { return sidebar_; }
+    // Each page sits in its own scroll area in pages(); page() is the page itself.
     QStackedWidget* pages() const { return pages_; }
+    QWidget* page(int row) const;
     WheelPreview* preview() const { return preview_; }
     WheelEditorPage* editor() const { return editor_; }
     QSystemTrayIcon* tray() const { return tray_; }

@@ -15,6 +15,7 @@
 #include <QScopedValueRollback>
 #include <QSettings>
 #include <QSpinBox>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -63,12 +64,20 @@ WheelEditorPage::WheelEditorPage(QWidget* parent) : QWidget(parent) {
     layout->setSpacing(10);
     layout->addLayout(buildToolRow());
 
-    auto* body = new QHBoxLayout;
-    body->setSpacing(12);
-    body->addLayout(buildTreeColumn());
-    body->addWidget(buildFunctionPanel(), 1);
-    body->addLayout(buildPreviewColumn());
-    layout->addLayout(body, 1);
+    // The user shares the width out between the tree, the function and the
+    // preview; a wider window goes to the function.
+    columns_ = new QSplitter(Qt::Horizontal, this);
+    columns_->setObjectName(QStringLiteral("columns"));
+    columns_->setChildrenCollapsible(false);
+    columns_->setHandleWidth(12);
+    columns_->addWidget(buildTreeColumn());
+    columns_->addWidget(buildFunctionPanel());
+    columns_->addWidget(buildPreviewColumn());
+    columns_->setStretchFactor(0, 0);
+    columns_->setStretchFactor(1, 1);
+    columns_->setStretchFactor(2, 0);
+    columns_->setSizes({250, 420, 240});
+    layout->addWidget(columns_, 1);
 
     setTabOrderAndNames();
 
@@ -96,11 +105,13 @@ QLayout* WheelEditorPage::buildToolRow() {
     return row;
 }
 
-QLayout* WheelEditorPage::buildTreeColumn() {
+QWidget* WheelEditorPage::buildTreeColumn() {
+    auto* columnWidget = new QWidget(this);
     tree_ = new QTreeWidget(this);
     tree_->setObjectName(QStringLiteral("tree"));
     tree_->setHeaderHidden(true);
-    tree_->setFixedWidth(230);
+    // Long names elide: the column's width is the user's to set with the splitter.
+    tree_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     addWheelButton_ = MakeButton(tr("+ koło"), QStringLiteral("addWheelButton"), this);
     addFunctionButton_ = MakeButton(tr("+ funkcja"), QStringLiteral("addFunctionButton"), this);
     removeButton_ = MakeButton(tr("Usuń"), QStringLiteral("removeButton"), this);
@@ -111,10 +122,11 @@ QLayout* WheelEditorPage::buildTreeColumn() {
 
     auto* buttons = new QHBoxLayout;
     for (QPushButton* button : {addWheelButton_, addFunctionButton_, removeButton_}) buttons->addWidget(button);
-    auto* column = new QVBoxLayout;
+    auto* column = new QVBoxLayout(columnWidget);
+    column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(tree_, 1);
     column->addLayout(buttons);
-    return column;
+    return columnWidget;
 }
 
 QWidget* WheelEditorPage::buildFunctionPanel() {
@@ -246,20 +258,24 @@ QLayout* WheelEditorPage::buildStepButtonsRow() {
     return row;
 }
 
-QLayout* WheelEditorPage::buildPreviewColumn() {
+QWidget* WheelEditorPage::buildPreviewColumn() {
+    auto* columnWidget = new QWidget(this);
     wheelCaption_ = new QLabel(this);
     wheelCaption_->setObjectName(QStringLiteral("wheelCaption"));
     SetRole(wheelCaption_, "value");
     wheelCaption_->setAlignment(Qt::AlignCenter);
     preview_ = new WheelPreview(this);
     preview_->setObjectName(QStringLiteral("preview"));
-    preview_->setFixedSize(240, 240);
+    // Full size while there is room, down to the preview's own minimum
+    // when the user gives the width to the other columns.
+    preview_->setMaximumSize(240, 240);
 
-    auto* column = new QVBoxLayout;
+    auto* column = new QVBoxLayout(columnWidget);
+    column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(wheelCaption_);
     column->addWidget(preview_);
     column->addStretch();
-    return column;
+    return columnWidget;
 }
 
 // Keyboard users move through the page in reading order; screen readers

@@ -13,6 +13,7 @@ class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QSpinBox;
+class QSplitter;
 class QStackedWidget;
 class QTreeWidget;
 
@@ -57,12 +58,12 @@ public slots:
 
 private:
     QLayout* buildToolRow();
-    QLayout* buildTreeColumn();
+    QWidget* buildTreeColumn();
     QWidget* buildFunctionPanel();
     QLayout* buildFieldsRow();
     QLayout* buildStepEditorRow();
     QLayout* buildStepButtonsRow();
-    QLayout* buildPreviewColumn();
+    QWidget* buildPreviewColumn();
     void setTabOrderAndNames();
 
     void rebuildTree(int wheel, int function);
@@ -99,6 +100,7 @@ private:
     QPushButton* saveAsButton_ = nullptr;
     QPushButton* activateButton_ = nullptr;
     QLabel* pathLabel_ = nullptr;
+    QSplitter* columns_ = nullptr;
     QTreeWidget* tree_ = nullptr;
     QPushButton* addWheelButton_ = nullptr;
     QPushButton* addFunctionButton_ = nullptr;

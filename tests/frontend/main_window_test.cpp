@@ -1,5 +1,6 @@
 // The main window: sidebar and pages, the engine's status, the settings
 // page's themes and version, the tray and the close button.
+#include <QAbstractButton>
 #include <QAction>
 #include <QButtonGroup>
 #include <QCloseEvent>
@@ -11,6 +12,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStackedWidget>
@@ -53,6 +55,23 @@ QRadioButton* ThemeButton(MainWindow& window, const char* id) {
     return window.findChild<QRadioButton*>(QStringLiteral("theme-") + QString::fromLatin1(id));
 }
 
+// Scrolls every scroll area around `widget` so that it shows, innermost first.
+void ScrollIntoView(QWidget* widget) {
+    for (QWidget* ancestor = widget->parentWidget(); ancestor; ancestor = ancestor->parentWidget()) {
+        if (auto* area = qobject_cast<QScrollArea*>(ancestor)) area->ensureWidgetVisible(widget, 0, 0);
+    }
+}
+
+// The whole of `widget` shows: no ancestor up to the window clips it.
+bool WhollyShown(QWidget* widget) {
+    for (QWidget* ancestor = widget->parentWidget(); ancestor; ancestor = ancestor->parentWidget()) {
+        const QRect inAncestor(widget->mapTo(ancestor, QPoint(0, 0)), widget->size());
+        if (!ancestor->rect().contains(inAncestor)) return false;
+        if (ancestor->isWindow()) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 class MainWindowTest : public QObject {
@@ -70,6 +89,37 @@ private slots:
         QCOMPARE(window.size(), QSize(860, 560));
     }
 
+    // Every theme's paddings and minimum heights still leave room for each
+    // page in the window's own size, and each of a page's buttons can be
+    // brought into view and clicked there.
+    void opensAt860By560AndEveryPageFitsInEveryTheme() {
+        for (const char* id : {"fluent", "neon", "pro"}) {
+            const QString theme = QString::fromLatin1(id);
+            zirvel::frontend::applyTheme(theme);
+            MainWindow window;
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            QCOMPARE(window.size(), QSize(860, 560));
+            for (int row = 0; row < window.sidebar()->count(); ++row) {
+                window.sidebar()->setCurrentRow(row);
+                QCoreApplication::processEvents();
+                const QString where = theme + QStringLiteral(" page %1").arg(row);
+                QVERIFY2(window.size() == QSize(860, 560),
+                         qPrintable(where + QStringLiteral(": %1 x %2").arg(window.width()).arg(window.height())));
+                int buttons = 0;
+                for (QAbstractButton* button : window.pages()->widget(row)->findChildren<QAbstractButton*>()) {
+                    if (!button->isVisible()) continue;
+                    ++buttons;
+                    ScrollIntoView(button);
+                    QVERIFY2(WhollyShown(button), qPrintable(where + QStringLiteral(": ") + button->objectName() +
+                                                             QStringLiteral(" \"") + button->text() +
+                                                             QStringLiteral("\" cannot be shown whole")));
+                }
+                QVERIFY2(buttons > 0, qPrintable(where));
+            }
+        }
+    }
+
     void sidebarRowsSelectThePagesInOrder() {
         MainWindow window;
         QListWidget* sidebar = window.sidebar();
@@ -81,12 +131,15 @@ private slots:
                                     QStringLiteral("Sterowanie wzrokiem"), QStringLiteral("Ustawienia")}));
         QCOMPARE(sidebar->currentRow(), 0);
         QCOMPARE(window.pages()->currentIndex(), 0);
+        // Each page shows inside its own scroll area.
+        const auto shownPage = [&window] { return window.page(window.pages()->currentIndex()); };
         sidebar->setCurrentRow(3);
-        QVERIFY(qobject_cast<zirvel::frontend::GazePage*>(window.pages()->currentWidget()));
+        QVERIFY(qobject_cast<zirvel::frontend::GazePage*>(shownPage()));
         sidebar->setCurrentRow(2);
-        QVERIFY(qobject_cast<zirvel::frontend::VoicePage*>(window.pages()->currentWidget()));
+        QVERIFY(qobject_cast<zirvel::frontend::VoicePage*>(shownPage()));
         sidebar->setCurrentRow(1);
-        QCOMPARE(window.pages()->currentWidget(), static_cast<QWidget*>(window.editor()));
+        QCOMPARE(shownPage(), static_cast<QWidget*>(window.editor()));
+        QVERIFY(window.pages()->currentWidget()->isAncestorOf(window.editor()));
     }
 
     void startPageShowsWhatTheEngineReports() {
