@@ -17,6 +17,7 @@
 #include "engine/engine_voice_target.h"
 #include "frontend/application_start.h"
 #include "frontend/main_window.h"
+#include "frontend/program_folders.h"
 #include "update/updater.h"
 
 namespace {
@@ -63,6 +64,11 @@ int main(int argc, char* argv[]) {
         return 1;
     }
     QApplication application(argc, argv);
+    const frontend::ProgramFolders folders = frontend::ProgramFoldersForThisProcess();
+    if (!frontend::UseProgramFolders(folders)) {
+        std::fprintf(stderr, "Zirvel: cannot create the folder %s for its files.\n", qPrintable(folders.files));
+        return 1;
+    }
     frontend::PrepareApplication();
 
     zirvel::app::SingleInstance instance(zirvel::app::RuntimeFolder(), QString::fromLatin1(zirvel::app::kInstanceName));
@@ -72,11 +78,10 @@ int main(int argc, char* argv[]) {
     }
 
     frontend::ApplySavedTheme();
-    // From here on config.json, default.json, voice.json, icons/ and themes/
-    // resolve in the program directory, wherever the program was started from.
-    const QString programDirectory = QCoreApplication::applicationDirPath();
-    QDir::setCurrent(programDirectory);
-    zirvel::app::X11EngineHost engine(programDirectory);
+    // From here on config.json, default.json, voice.json and icons/ resolve
+    // in the program's files folder, wherever the program was started from.
+    QDir::setCurrent(folders.files);
+    zirvel::app::X11EngineHost engine(folders.files, folders.shipped == folders.files ? QString() : folders.shipped);
     if (!engine.Ready()) {
         std::fprintf(stderr, "Zirvel: the X server lacks the XInputExtension 2.2 or XTEST extension.\n");
         return 1;

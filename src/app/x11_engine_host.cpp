@@ -25,8 +25,10 @@ x11::AtspiElementScanner& ElementScannerForProcess() {
 
 }  // namespace
 
-X11EngineHost::X11EngineHost(const QString& programDirectory) {
-    if (platform_.Ready()) ResetEngineState(platform_, programDirectory.toStdU16String());
+X11EngineHost::X11EngineHost(const QString& programDirectory, const QString& shippedDirectory) {
+    if (platform_.Ready()) {
+        ResetEngineState(platform_, programDirectory.toStdU16String(), shippedDirectory.toStdU16String());
+    }
 }
 
 X11EngineHost::~X11EngineHost() { Stop(); }

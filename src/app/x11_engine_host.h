@@ -12,8 +12,10 @@ namespace zirvel::app {
 class X11EngineHost {
 public:
     // Connects to the display; Ready() says whether the server has what the
-    // engine needs (XInput 2.2, XTEST). The working directory is not touched.
-    explicit X11EngineHost(const QString& programDirectory);
+    // engine needs (XInput 2.2, XTEST). The engine's files live in
+    // `programDirectory`; `shippedDirectory` holds the installed icons when
+    // they are elsewhere. The working directory is not touched.
+    explicit X11EngineHost(const QString& programDirectory, const QString& shippedDirectory = {});
     ~X11EngineHost();
     X11EngineHost(const X11EngineHost&) = delete;
     X11EngineHost& operator=(const X11EngineHost&) = delete;

@@ -34,6 +34,9 @@ struct EngineSettings {
 // Everything a load fills, and where the files live.
 struct EngineConfiguration {
     std::u16string programDirectory;            // no trailing separator
+    // Where an installed program's shipped icons lie (icons/ inside it),
+    // when that is not the program directory; else empty.
+    std::u16string shippedDirectory;
     std::u16string configFileName = u"config.json";
     std::u16string wheelsFileName = u"default.json";
     std::u16string voiceFileName = u"voice.json";

@@ -15,10 +15,11 @@ std::vector<std::unique_ptr<EngineState>> retired;
 
 EngineState& Engine() { return *current.load(); }
 
-void ResetEngineState(Platform& platform, std::u16string programDirectory) {
+void ResetEngineState(Platform& platform, std::u16string programDirectory, std::u16string shippedDirectory) {
     auto fresh = std::make_unique<EngineState>();
     fresh->platform = &platform;
     fresh->configuration.programDirectory = std::move(programDirectory);
+    fresh->configuration.shippedDirectory = std::move(shippedDirectory);
     EngineState* previous = current.exchange(fresh.release());
     std::lock_guard lock(retiredLock);
     retired.emplace_back(previous);

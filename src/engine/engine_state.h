@@ -96,7 +96,8 @@ struct EngineState {
 EngineState& Engine();
 
 // Replaces the state with a fresh one on `platform` whose files live in
-// `programDirectory` (tests; and the hosts, before the first start).
-void ResetEngineState(Platform& platform, std::u16string programDirectory);
+// `programDirectory` (tests; and the hosts, before the first start), and
+// whose shipped icons lie in `shippedDirectory` (empty: the same folder).
+void ResetEngineState(Platform& platform, std::u16string programDirectory, std::u16string shippedDirectory = {});
 
 }  // namespace zirvel

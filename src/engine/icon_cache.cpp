@@ -17,12 +17,19 @@ std::u16string ResolveIconPath(std::u16string_view iconPath, std::u16string_view
     return Concat({programDirectory, u"/", relative});
 }
 
-const CanvasImage* IconCache::GetIcon(const std::u16string& iconPath, std::u16string_view programDirectory) {
+const CanvasImage* IconCache::GetIcon(const std::u16string& iconPath, std::u16string_view programDirectory,
+                                      std::u16string_view shippedDirectory) {
     if (iconPath.empty()) return nullptr;
     for (const Entry& entry : entries_) {
         if (entry.path == iconPath) return entry.image.get();
     }
-    entries_.push_back(Entry{iconPath, decoder_.DecodeImage(ResolveIconPath(iconPath, programDirectory))});
+    const std::u16string own = ResolveIconPath(iconPath, programDirectory);
+    std::shared_ptr<const CanvasImage> image = decoder_.DecodeImage(own);
+    if (!image && !shippedDirectory.empty()) {
+        const std::u16string shipped = ResolveIconPath(iconPath, shippedDirectory);
+        if (shipped != own) image = decoder_.DecodeImage(shipped);
+    }
+    entries_.push_back(Entry{iconPath, std::move(image)});
     return entries_.back().image.get();
 }
 

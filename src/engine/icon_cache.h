@@ -37,8 +37,12 @@ public:
 
     // The image for `iconPath`, or null: none for an empty path, the cached
     // entry (null included) for a path seen before (exact, case-sensitive),
-    // else the decoded file, cached either way.
-    const CanvasImage* GetIcon(const std::u16string& iconPath, std::u16string_view programDirectory);
+    // else the decoded file, cached either way. A relative path is looked
+    // for in the program directory first and then, when that has no such
+    // file, in `shippedDirectory` (the icons an installed program ships;
+    // empty when they lie in the program directory).
+    const CanvasImage* GetIcon(const std::u16string& iconPath, std::u16string_view programDirectory,
+                               std::u16string_view shippedDirectory = {});
 
     std::size_t Size() const { return entries_.size(); }
 

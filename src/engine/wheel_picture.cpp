@@ -88,7 +88,8 @@ void DrawLabels(const EngineState& engine, const Wheel& wheel, Canvas& canvas, f
                             std::numbers::pi_v<float> / 180.0f;
         const PointF p{static_cast<float>(kWheelCentreX) + kLabelRadius * std::cos(theta),
                        static_cast<float>(kWheelCentreY) + kLabelRadius * std::sin(theta)};
-        const CanvasImage* icon = icons.GetIcon(function.icon, engine.configuration.programDirectory);
+        const CanvasImage* icon = icons.GetIcon(function.icon, engine.configuration.programDirectory,
+                                                     engine.configuration.shippedDirectory);
         if (icon != nullptr) {
             const float iconCentreY = function.name.empty() ? p.y : p.y - kIconLift;
             const RectF iconBox{p.x - kIconSize / 2.0f, iconCentreY - kIconSize / 2.0f, kIconSize, kIconSize};

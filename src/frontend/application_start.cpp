@@ -6,6 +6,7 @@
 #include <QSettings>
 
 #include "frontend/frontend_identity.h"
+#include "frontend/program_folders.h"
 #include "frontend/themes.h"
 
 namespace zirvel::frontend {
@@ -14,7 +15,7 @@ void PrepareApplication() {
     QCoreApplication::setOrganizationName(kOrganisationName);
     QCoreApplication::setApplicationName(kApplicationName);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(QIcon(QCoreApplication::applicationDirPath() + QStringLiteral("/zirvel.ico")));
+    QApplication::setWindowIcon(QIcon(CurrentProgramFolders().shipped + QStringLiteral("/zirvel.ico")));
 }
 
 void ShowAlreadyRunningMessage() {

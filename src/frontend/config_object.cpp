@@ -5,10 +5,12 @@
 #include <QJsonDocument>
 #include <QSaveFile>
 
+#include "frontend/program_folders.h"
+
 namespace zirvel::frontend {
 namespace {
 
-QString ConfigPath() { return QCoreApplication::applicationDirPath() + QStringLiteral("/config.json"); }
+QString ConfigPath() { return CurrentProgramFolders().files + QStringLiteral("/config.json"); }
 
 }  // namespace
 

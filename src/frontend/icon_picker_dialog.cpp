@@ -8,6 +8,9 @@
 namespace zirvel::frontend {
 
 IconPickerDialog::IconPickerDialog(const QString& iconsDirectory, QWidget* parent)
+    : IconPickerDialog(QStringList{iconsDirectory}, parent) {}
+
+IconPickerDialog::IconPickerDialog(const QStringList& iconsDirectories, QWidget* parent)
     : QDialog(parent), list_(new QListWidget(this)) {
     setWindowTitle(tr("Wybierz ikonę"));
     resize(520, 420);
@@ -23,10 +26,16 @@ IconPickerDialog::IconPickerDialog(const QString& iconsDirectory, QWidget* paren
     // "(bez ikony)" leads whatever the file names sort as; it stores no path.
     auto* none = new QListWidgetItem(tr("(bez ikony)"), list_);
     none->setData(Qt::UserRole, QString());
-    const QFileInfoList files = QDir(iconsDirectory).entryInfoList(QStringList{QStringLiteral("*.png")}, QDir::Files, QDir::Name);
-    for (const QFileInfo& file : files) {
-        auto* item = new QListWidgetItem(QIcon(file.absoluteFilePath()), file.completeBaseName(), list_);
-        item->setData(Qt::UserRole, QStringLiteral("icons/") + file.fileName());
+    QStringList listed;
+    for (const QString& directory : iconsDirectories) {
+        const QFileInfoList files =
+            QDir(directory).entryInfoList(QStringList{QStringLiteral("*.png")}, QDir::Files, QDir::Name);
+        for (const QFileInfo& file : files) {
+            if (listed.contains(file.fileName())) continue;
+            listed << file.fileName();
+            auto* item = new QListWidgetItem(QIcon(file.absoluteFilePath()), file.completeBaseName(), list_);
+            item->setData(Qt::UserRole, QStringLiteral("icons/") + file.fileName());
+        }
     }
     // Through the view, not the selection model, so the view knows the
     // empty current item is deliberate and keeps it when it gains focus

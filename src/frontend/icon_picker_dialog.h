@@ -13,6 +13,9 @@ class IconPickerDialog : public QDialog {
 
 public:
     IconPickerDialog(const QString& iconsDirectory, QWidget* parent);
+    // The PNG files of several directories, a name in an earlier one
+    // hiding the same name in a later one.
+    IconPickerDialog(const QStringList& iconsDirectories, QWidget* parent);
 
     // What to store as the field's icon: "icons/" + file name, or empty for
     // "(bez ikony)" and when no item is current.

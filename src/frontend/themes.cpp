@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QFile>
 
+#include "frontend/program_folders.h"
+
 namespace zirvel::frontend {
 namespace {
 
@@ -41,7 +43,7 @@ QString currentThemeId() { return CurrentId(); }
 void applyTheme(const QString& id) {
     const Theme& theme = themeById(id);
     CurrentId() = theme.id;
-    QFile sheet(QCoreApplication::applicationDirPath() + QStringLiteral("/themes/") + theme.id + QStringLiteral(".qss"));
+    QFile sheet(CurrentProgramFolders().shipped + QStringLiteral("/themes/") + theme.id + QStringLiteral(".qss"));
     QString text;
     if (sheet.open(QIODevice::ReadOnly | QIODevice::Text)) text = QString::fromUtf8(sheet.readAll());
     qApp->setStyleSheet(text);

@@ -15,6 +15,7 @@
 #include "frontend/config_object.h"
 #include "frontend/engine_text.h"
 #include "frontend/page_title.h"
+#include "frontend/program_folders.h"
 #include "frontend/wheel_document.h"
 
 namespace zirvel::frontend {
@@ -23,7 +24,7 @@ namespace {
 // One count for every voice page: every fourth tick (6 s) re-reads voice.json.
 int sharedTicks = 0;
 
-QString GlobalCommandsPath() { return QCoreApplication::applicationDirPath() + QStringLiteral("/voice.json"); }
+QString GlobalCommandsPath() { return CurrentProgramFolders().files + QStringLiteral("/voice.json"); }
 
 QWidget* ColumnOf(int spacing) {
     auto* content = new QWidget;

@@ -27,6 +27,7 @@
 #include "frontend/elided_label.h"
 #include "frontend/frontend_identity.h"
 #include "frontend/icon_picker_dialog.h"
+#include "frontend/program_folders.h"
 #include "frontend/step_key_names.h"
 #include "frontend/themes.h"
 #include "frontend/wheel_preview.h"
@@ -387,7 +388,7 @@ void WheelEditorPage::rebuildTree(int wheel, int function) {
                 auto* item = new QTreeWidgetItem(wheelItem, {entry.name.isEmpty() ? tr("(bez nazwy)") : entry.name});
                 item->setData(0, kWheelRole, i);
                 item->setData(0, kFunctionRole, j);
-                if (!entry.icon.isEmpty()) item->setIcon(0, QIcon(directory.filePath(entry.icon)));
+                if (!entry.icon.isEmpty()) item->setIcon(0, QIcon(IconFile(directory.path(), entry.icon)));
                 if (i == wheel && j == function) selected = item;
             }
         }
@@ -463,7 +464,7 @@ void WheelEditorPage::showIcon(const QString& icon) {
         iconButton_->setText(tr("Wybierz…"));
         return;
     }
-    iconImage_->setPixmap(QPixmap(QDir(fileDirectory()).filePath(icon)));
+    iconImage_->setPixmap(QPixmap(IconFile(fileDirectory(), icon)));
     iconButton_->setText(QFileInfo(icon).completeBaseName());
 }
 
@@ -497,7 +498,7 @@ void WheelEditorPage::pickColor() {
 
 void WheelEditorPage::pickIcon() {
     if (!selectedFunction()) return;
-    IconPickerDialog dialog(fileDirectory() + QStringLiteral("/icons"), this);
+    IconPickerDialog dialog(IconFolders(fileDirectory()), this);
     if (dialog.exec() != QDialog::Accepted) return;
     if (WheelFunction* function = selectedFunction()) function->icon = dialog.chosenIcon();
     markModified();

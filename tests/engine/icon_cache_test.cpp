@@ -66,6 +66,33 @@ TEST(IconCacheTest, AFailedLoadIsCachedAndNotTriedAgain) {
     EXPECT_EQ(cache.Size(), 1u);
 }
 
+// An installed program keeps the user's files in one folder and the icons it
+// ships in another: the user's own icon wins, the shipped one fills in.
+TEST(IconCacheTest, ARelativePathFallsBackToTheShippedIcons) {
+    RecordingCanvasFactory factory;
+    factory.AddImage(ResolveIconPath(u"icons/own.png", u"/home/u/.config/zirvel"));
+    factory.AddImage(ResolveIconPath(u"icons/own.png", u"/usr/share/zirvel"));
+    factory.AddImage(ResolveIconPath(u"icons/arrow.png", u"/usr/share/zirvel"));
+    zirvel::IconCache cache(factory);
+    ASSERT_NE(cache.GetIcon(u"icons/own.png", u"/home/u/.config/zirvel", u"/usr/share/zirvel"), nullptr);
+    ASSERT_NE(cache.GetIcon(u"icons/arrow.png", u"/home/u/.config/zirvel", u"/usr/share/zirvel"), nullptr);
+    EXPECT_EQ(cache.GetIcon(u"icons/none.png", u"/home/u/.config/zirvel", u"/usr/share/zirvel"), nullptr);
+    const std::vector<std::u16string> expected{
+        ResolveIconPath(u"icons/own.png", u"/home/u/.config/zirvel"),
+        ResolveIconPath(u"icons/arrow.png", u"/home/u/.config/zirvel"),
+        ResolveIconPath(u"icons/arrow.png", u"/usr/share/zirvel"),
+        ResolveIconPath(u"icons/none.png", u"/home/u/.config/zirvel"),
+        ResolveIconPath(u"icons/none.png", u"/usr/share/zirvel")};
+    EXPECT_EQ(factory.Decoded(), expected);
+}
+
+TEST(IconCacheTest, AnAbsolutePathIsNotLookedForTwice) {
+    RecordingCanvasFactory factory;
+    zirvel::IconCache cache(factory);
+    EXPECT_EQ(cache.GetIcon(u"/missing.png", u"/home/u/.config/zirvel", u"/usr/share/zirvel"), nullptr);
+    EXPECT_EQ(factory.Decoded().size(), 1u);
+}
+
 TEST(IconCacheTest, PathsAreComparedExactlyAndCaseSensitively) {
     RecordingCanvasFactory factory;
     factory.AddImage(u"/A.png");

@@ -95,6 +95,19 @@ private slots:
         for (int row = 1; row < list.count(); ++row) QVERIFY2(!list.item(row)->icon().isNull(), qPrintable(list.item(row)->text()));
     }
 
+    // The user's own icons first, then those the program ships; a shipped
+    // icon of the same name is hidden by the user's.
+    void severalDirectoriesListEachNameOnce() {
+        QTemporaryDir shipped;
+        for (const char* name : {"heal.png", "arrow.png"}) QVERIFY(WritePng(shipped.filePath(QString::fromLatin1(name))));
+        IconPickerDialog dialog(QStringList{icons_.path(), shipped.path()}, nullptr);
+        const QListWidget& list = *dialog.iconList();
+        QCOMPARE(Texts(list), (QStringList{QStringLiteral("(bez ikony)"), QStringLiteral("(a)"), QStringLiteral("0"),
+                                           QStringLiteral("aaa"), QStringLiteral("heal"), QStringLiteral("two.parts"),
+                                           QStringLiteral("arrow")}));
+        QCOMPARE(StoredStrings(list).last(), QStringLiteral("icons/arrow.png"));
+    }
+
     void missingDirectoryOffersOnlyNoIcon() {
         IconPickerDialog dialog(icons_.filePath(QStringLiteral("missing")), nullptr);
         QCOMPARE(Texts(*dialog.iconList()), QStringList{QStringLiteral("(bez ikony)")});
