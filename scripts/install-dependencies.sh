@@ -19,8 +19,10 @@ build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-
 # voice tests; for the hint tests a private session bus (dbus-daemon,
 # dbus-send) that starts the accessibility bus (at-spi2-core), and a GTK
 # dialog nobody here wrote (zenity); a notification area for the tray
-# menu's tests (trayer); XFixes to see the pointer's cursor.
-test_packages=(libgtest-dev libgmock-dev googletest
+# menu's tests (trayer); XFixes to see the pointer's cursor; what builds
+# and checks the packages (dpkg-shlibdeps, lintian, desktop-file-validate,
+# appstreamcli, makensis, zip).
+test_packages=(dpkg-dev lintian desktop-file-utils appstream nsis zip libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng
                zenity at-spi2-core dbus-daemon dbus-bin trayer libxfixes-dev)

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 
 #include <optional>
 
@@ -24,7 +25,9 @@ bool CanWriteIn(const QString& folder) {
 
 ProgramFolders ChooseProgramFolders(const QString& executableFolder, const QString& userFolder,
                                     const QString& installedDataFolder) {
-    if (CanWriteIn(executableFolder)) return {executableFolder, executableFolder};
+    // An installed program's bin/ holds no themes/ (and root could write there).
+    const bool shipsBesideItself = QFileInfo(QDir(executableFolder).filePath(QStringLiteral("themes"))).isDir();
+    if (shipsBesideItself && CanWriteIn(executableFolder)) return {executableFolder, executableFolder};
     return {userFolder, installedDataFolder};
 }
 

@@ -16,8 +16,9 @@ struct ProgramFolders {
     QString shipped;  // read only: icons/, themes/, zirvel.ico
 };
 
-// The choice itself: `executableFolder` when it can be written, else
-// `userFolder` for the files and `installedDataFolder` for what ships.
+// The choice itself: `executableFolder` when it holds what the program
+// ships (themes/) and can be written, else `userFolder` for the files and
+// `installedDataFolder` for what ships.
 ProgramFolders ChooseProgramFolders(const QString& executableFolder, const QString& userFolder,
                                     const QString& installedDataFolder);
 

@@ -29,12 +29,22 @@ private slots:
     void init() { before_ = CurrentProgramFolders(); }
     void cleanup() { UseProgramFolders(before_); }
 
-    void aWritableFolderHoldsEverything() {
+    void aWritableFolderWithTheShippedFilesHoldsEverything() {
+        QVERIFY(QDir(scratch_.path()).mkpath("themes"));
         const ProgramFolders folders =
             ChooseProgramFolders(scratch_.path(), scratch_.filePath("user"), scratch_.filePath("share"));
         QCOMPARE(folders.files, scratch_.path());
         QCOMPARE(folders.shipped, scratch_.path());
         QVERIFY(QDir(scratch_.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());  // the probe is gone
+    }
+
+    // An installed bin/ may be writable (by root) but holds nothing shipped.
+    void aFolderWithoutTheShippedFilesIsAnInstallation() {
+        const QString bin = scratch_.filePath("usr/bin");
+        QVERIFY(QDir().mkpath(bin));
+        const ProgramFolders folders = ChooseProgramFolders(bin, scratch_.filePath("user/zirvel"), scratch_.filePath("usr/share/zirvel"));
+        QCOMPARE(folders.files, scratch_.filePath("user/zirvel"));
+        QCOMPARE(folders.shipped, scratch_.filePath("usr/share/zirvel"));
     }
 
     void anUnwritableFolderSendsTheFilesToTheUsersFolder() {
