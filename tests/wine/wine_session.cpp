@@ -152,6 +152,13 @@ void WineSession::ClearFrontEndSettings() {
     reg->WaitForExit(30s);
 }
 
+std::filesystem::path WineSession::UserProfile() {
+    for (const auto& entry : std::filesystem::directory_iterator(kPrefix / "drive_c" / "users")) {
+        if (entry.is_directory() && entry.path().filename() != "Public") return entry.path();
+    }
+    return {};
+}
+
 int WineSession::RunTool(const std::string& program, const std::string& argument) {
     auto tool = Run({(directory_ / program).string(), argument});
     return tool->WaitForExit(30s).value_or(-1);

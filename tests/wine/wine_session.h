@@ -53,6 +53,13 @@ public:
     void ClearFrontEndSettings();
     // Runs zirvel-activate.exe or zirvel-say.exe (by name) to its end: the exit code.
     int RunTool(const std::string& program, const std::string& argument);
+    // Runs any program of the prefix (a Windows path or one of this machine).
+    std::unique_ptr<ChildProcess> StartProgram(const std::vector<std::string>& command) { return Run(command); }
+    // Ends every Wine process of the session.
+    void EndAllPrograms() const { EndWine(); }
+    // The prefix's user profile (C:\users\<name>) as a folder of this machine.
+    static std::filesystem::path UserProfile();
+
     // A line for the application's command file.
     void Command(const std::string& line);
     void FocusApplication();
