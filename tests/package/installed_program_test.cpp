@@ -43,7 +43,9 @@ protected:
                                      "XDG_CONFIG_HOME=" + (home_ / "config").string(),
                                      "XDG_RUNTIME_DIR=" + home_.string(),
                                      // No session bus: nothing reaches the developer's.
-                                     "DBUS_SESSION_BUS_ADDRESS=unix:path=" + (home_ / "no-bus").string()},
+                                     "DBUS_SESSION_BUS_ADDRESS=unix:path=" + (home_ / "no-bus").string(),
+                                     // The loader says which files it loads: the recogniser's among them.
+                                     "LD_DEBUG=files"},
             home_ / "output.txt");
     }
 
@@ -65,6 +67,17 @@ TEST_F(InstalledProgramTest, StartsWithItsFilesInTheUsersFolderAndTheHotKeyShows
         10s))
         << "the first-run files were not made in " << files;
     EXPECT_EQ(FilesIn(kRoot / "usr/bin"), installedBin) << "the program wrote beside itself";
+    // The voice thread finds the recogniser in the package's private folder
+    // (through the program's run path, $ORIGIN/../lib/zirvel).
+    const std::string recogniser = (kRoot / "usr/bin/../lib/zirvel/libvosk.so").string();
+    EXPECT_TRUE(WaitUntil(
+        [&] {
+            std::ifstream output(home_ / "output.txt");
+            const std::string text((std::istreambuf_iterator<char>(output)), std::istreambuf_iterator<char>());
+            return text.find("calling init: " + recogniser) != std::string::npos;
+        },
+        10s, 100ms))
+        << "the recogniser was not loaded from " << recogniser;
     EXPECT_FALSE(std::filesystem::exists(kRoot / "usr/share/zirvel/config.json"));
 
     // The window opens, in the fluent theme read from share/zirvel/themes
