@@ -1,11 +1,16 @@
 #include "app/control_request.h"
 
+#include <QStringDecoder>
+
 namespace zirvel::app {
 
 ControlRequest ParseControlRequest(QByteArray line) {
     if (line.endsWith('\n')) line.chop(1);
-    const QString request = QString::fromUtf8(line);
     ControlRequest parsed;
+    // Not UTF-8: no path or phrase was meant, and none is guessed at.
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString request = utf8(line);
+    if (utf8.hasError()) return parsed;
     const qsizetype space = request.indexOf(QLatin1Char(' '));
     if (space <= 0) return parsed;
     parsed.command = request.left(space);

@@ -1,6 +1,7 @@
 #include "app/control_socket.h"
 
 #include <QLocalSocket>
+#include <QTimer>
 
 #include "app/control_request.h"
 #include "app/runtime_folder.h"
@@ -11,10 +12,15 @@ namespace {
 // A longer request is no path or phrase; the connection is dropped.
 constexpr qint64 kLongestRequest = 64 * 1024;
 constexpr int kAnswerWait = 5000;
+void Drop(QLocalSocket* client) {
+    client->abort();
+    client->deleteLater();
+}
 
 }  // namespace
 
-ControlServer::ControlServer(const QString& socketPath, ControlHandlers handlers) : handlers_(std::move(handlers)) {
+ControlServer::ControlServer(const QString& socketPath, ControlHandlers handlers, std::chrono::milliseconds requestWait)
+    : handlers_(std::move(handlers)), requestWait_(requestWait) {
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     // A socket left by a program that crashed: the caller holds the
     // instance lock, so nobody else is listening there.
@@ -26,12 +32,18 @@ ControlServer::ControlServer(const QString& socketPath, ControlHandlers handlers
 void ControlServer::Serve() {
     while (QLocalSocket* client = server_.nextPendingConnection()) {
         connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
+        QTimer::singleShot(requestWait_, client, [client] { Drop(client); });
         connect(client, &QLocalSocket::readyRead, client, [this, client] {
             if (!client->canReadLine()) {
-                if (client->bytesAvailable() > kLongestRequest) client->abort();
+                if (client->bytesAvailable() > kLongestRequest) Drop(client);
                 return;
             }
-            const ControlRequest request = ParseControlRequest(client->readLine(kLongestRequest));
+            const QByteArray line = client->readLine(kLongestRequest + 1);
+            if (!line.endsWith('\n')) {  // longer than any request
+                Drop(client);
+                return;
+            }
+            const ControlRequest request = ParseControlRequest(line);
             client->write(Handle(request) ? "1\n" : "0\n");
             client->disconnectFromServer();
         });

@@ -11,6 +11,7 @@
 #include <QLocalServer>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 
 namespace zirvel::app {
@@ -24,8 +25,11 @@ struct ControlHandlers {
 
 class ControlServer : public QObject {
 public:
-    // The handlers run on the GUI thread.
-    ControlServer(const QString& socketPath, ControlHandlers handlers);
+    // The handlers run on the GUI thread. A client that has not sent its
+    // line within `requestWait` is dropped, so idle connections cannot pile
+    // up and use up the program's file descriptors.
+    ControlServer(const QString& socketPath, ControlHandlers handlers,
+                  std::chrono::milliseconds requestWait = std::chrono::seconds(5));
     bool Listening() const { return server_.isListening(); }
 
 private:
@@ -34,6 +38,7 @@ private:
 
     QLocalServer server_;
     ControlHandlers handlers_;
+    std::chrono::milliseconds requestWait_;
 };
 
 enum class ControlResult { Done, Refused, NotRunning };
