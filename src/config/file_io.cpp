@@ -32,12 +32,21 @@ std::u16string JoinPath(std::u16string_view directory, std::u16string_view name)
 bool ReadFileBytes(const std::u16string& path, std::string& bytes) {
     bytes.clear();
     std::error_code error;
-    if (std::filesystem::is_directory(std::filesystem::path(path), error)) return false;
+    // Not a folder, and not a pipe or device either, whose open or read
+    // could wait for ever.
+    if (!std::filesystem::is_regular_file(std::filesystem::path(path), error)) return false;
     std::FILE* file = OpenFile(path, false);
     if (!file) return false;
     char buffer[1 << 16];
     std::size_t count = 0;
-    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0) bytes.append(buffer, count);
+    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0) {
+        if (bytes.size() + count > kLargestReadFile) {
+            std::fclose(file);
+            bytes.clear();
+            return false;
+        }
+        bytes.append(buffer, count);
+    }
     std::fclose(file);
     return true;
 }

@@ -1,6 +1,7 @@
 // Whole-file reads and writes with UTF-16 paths.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -16,7 +17,15 @@ inline constexpr char16_t kPathSeparator = u'/';
 // directory + separator + name (the directory has no trailing separator).
 std::u16string JoinPath(std::u16string_view directory, std::u16string_view name);
 
-// False when the file cannot be opened; other processes may keep it open.
+// The largest file read whole: far beyond any settings or wheels file
+// (10,000 wheels take under 1 MB), and small enough that a wrong file
+// cannot hold the engine up or fill its memory.
+inline constexpr std::size_t kLargestReadFile = 16 * 1024 * 1024;
+
+// False when the path is no regular file (a folder, a pipe), the file cannot
+// be opened, or it holds more than kLargestReadFile
+// bytes (also when it grows past that while it is read); other processes
+// may keep it open.
 bool ReadFileBytes(const std::u16string& path, std::string& bytes);
 
 // Replaces the file's content; false on any error.

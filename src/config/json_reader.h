@@ -9,7 +9,7 @@
 namespace zirvel {
 
 // Whole file as UTF-16: a UTF-8 byte-order mark is skipped, invalid UTF-8 is
-// replaced. False only when the file cannot be opened.
+// replaced. False only when the file cannot be read (see ReadFileBytes).
 bool ReadTextFile(const std::u16string& path, std::u16string& text);
 
 // Parses one value at the cursor (leading white space skipped) and leaves the

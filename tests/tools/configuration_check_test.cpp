@@ -1,5 +1,7 @@
 #include "tools/configuration_check.h"
 
+#include "config/file_io.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -64,6 +66,30 @@ TEST_F(ConfigurationCheck, WheelsFileProblemsAreTheEngineMessages) {
     EXPECT_NE(result.report.find("default.json: nieznana czynność \"Click\" w polu \"A\".\n"), std::string::npos)
         << result.report;
     EXPECT_EQ(result.report.find("Wszystko w porządku"), std::string::npos);
+}
+
+TEST_F(ConfigurationCheck, TenThousandWheelsAreReadAndCounted) {
+    std::string text = R"({"wheels": [)";
+    for (int i = 0; i < 10000; ++i) {
+        text += (i ? "," : "") + std::string(R"({"name": "W)") + std::to_string(i) +
+                R"(", "actions": [{"name": "A", "key": "a"}]})";
+    }
+    text += "]}";
+    const CheckResult result = CheckConfigurationFile(Write("many.json", text), ConfigurationFileKind::Wheels);
+    EXPECT_TRUE(result.clean);
+    EXPECT_NE(result.report.find("Koło 10000 „W9999”, funkcje: 1\n"), std::string::npos);
+}
+
+// Files no person wrote as wheels: each gets the engine's message, nothing more.
+TEST_F(ConfigurationCheck, AFolderAMissingFileAndAnOversizedFileCannotBeRead) {
+    std::filesystem::create_directory(directory_ / "folder.json");
+    const std::u16string big = Write("big.json", std::string(kLargestReadFile + 1, ' '));
+    for (const std::u16string& path : {(directory_ / "folder.json").u16string(), (directory_ / "missing.json").u16string(), big}) {
+        const CheckResult result = CheckConfigurationFile(path, ConfigurationFileKind::Wheels);
+        EXPECT_FALSE(result.clean);
+        EXPECT_NE(result.report.find("Nie udało się wczytać pliku kół"), std::string::npos) << result.report;
+        EXPECT_NE(result.report.find("Koła: 0"), std::string::npos) << result.report;
+    }
 }
 
 TEST_F(ConfigurationCheck, SettingsFileShowsEffectiveValuesAndMessages) {
