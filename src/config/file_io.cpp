@@ -1,8 +1,10 @@
 #include "config/file_io.h"
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <thread>
 
 #include "config/utf.h"
 
@@ -20,6 +22,8 @@ std::FILE* OpenFile(const std::u16string& path, bool forWriting) {
 #endif
 }
 
+constexpr int kOpenRetries = 10;
+
 }  // namespace
 
 std::u16string JoinPath(std::u16string_view directory, std::u16string_view name) {
@@ -36,6 +40,12 @@ bool ReadFileBytes(const std::u16string& path, std::string& bytes) {
     // could wait for ever.
     if (!std::filesystem::is_regular_file(std::filesystem::path(path), error)) return false;
     std::FILE* file = OpenFile(path, false);
+    // On Windows a file being replaced (another program's save, a rename
+    // over it) refuses to open for a moment: try again, briefly.
+    for (int retry = 0; !file && retry < kOpenRetries && PathExists(path); ++retry) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        file = OpenFile(path, false);
+    }
     if (!file) return false;
     char buffer[1 << 16];
     std::size_t count = 0;

@@ -2,10 +2,12 @@
 // files, each test in a program directory of its own.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "config/engine_settings.h"
@@ -145,6 +147,36 @@ TEST_F(EngineSettingsTest, WriteDefaultFilesNeverTouchesAnExistingFile) {
     WriteBytes(File("voice.json"), "{}");
     WriteDefaultFiles(configuration_);
     EXPECT_EQ(ReadBytes(File("voice.json")), "{}");
+}
+
+// The user's editor saves config.json again and again while the engine
+// reloads it: each load takes one whole version (the editor's save is a
+// rename), and the engine never writes the file itself.
+TEST_F(EngineSettingsTest, AConfigReplacedDuringReloadsIsReadWholeAndLeftAlone) {
+    const std::string fast = R"({"toggleKey": "x", "sendDelay": 100})";
+    const std::string slow = R"({"toggleKey": "x", "sendDelay": 200, "padding": ")" + std::string(100000, ' ') + R"("})";
+    ASSERT_TRUE(ReplaceFileBytes(File("config.json").u16string(), fast));
+    std::atomic<bool> stop{false};
+    std::atomic<int> saves{0};
+    std::thread editor([&] {
+        for (int i = 0; !stop && i < 100000; ++i) {
+            if (ReplaceFileBytes(File("config.json").u16string(), i % 2 ? fast : slow)) ++saves;
+        }
+    });
+    int whole = 0;
+    for (int reload = 0; reload < 100; ++reload) {
+        messages_.clear();
+        configuration_.settings = EngineSettings{};
+        LoadEngineConfiguration(configuration_, messages_);
+        const std::int32_t delay = Settings().sendDelay;
+        whole += (delay == 100 || delay == 200) && messages_.find(u"config.json") == std::u16string::npos;
+    }
+    stop = true;
+    editor.join();
+    EXPECT_GT(saves.load(), 0);
+    EXPECT_EQ(whole, 100);
+    const std::string last = ReadBytes(File("config.json"));
+    EXPECT_TRUE(last == fast || last == slow) << "the engine changed the file";
 }
 
 TEST_F(EngineSettingsTest, FirstRunLoadGivesTheDefaults) {
