@@ -58,6 +58,9 @@ QScrollArea* InScrollArea(QWidget* page) {
     // The themes paint it with the page colour.
     area->setObjectName(QStringLiteral("PageScroll"));
     area->setWidget(page);
+    // setWidget() makes the page fill itself with the palette's grey; the
+    // theme's page colour behind it should show instead.
+    page->setAutoFillBackground(false);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     // The page's own controls take the focus; the area scrolls to each.

@@ -92,6 +92,28 @@ private slots:
     // Every theme's paddings and minimum heights still leave room for each
     // page in the window's own size, and each of a page's buttons can be
     // brought into view and clicked there.
+    // The page behind the cards is the theme's page colour (colour 3), on
+    // every page, not a palette grey showing through the scroll area.
+    void everyPageShowsTheThemesPageColour() {
+        for (const zirvel::frontend::Theme& theme : zirvel::frontend::themes()) {
+            zirvel::frontend::applyTheme(theme.id);
+            MainWindow window;
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            for (int row = 0; row < window.sidebar()->count(); ++row) {
+                window.sidebar()->setCurrentRow(row);
+                QCoreApplication::processEvents();
+                const QImage picture = window.grab().toImage();
+                // In the page's top-left margin, right of the sidebar.
+                const QColor page = picture.pixelColor(window.sidebar()->width() + 6, 4);
+                QVERIFY2(page == theme.colours[3], qPrintable(QStringLiteral("%1 page %2: %3 instead of %4")
+                                                                  .arg(theme.id).arg(row)
+                                                                  .arg(page.name(), theme.colours[3].name())));
+            }
+        }
+        zirvel::frontend::applyTheme(QStringLiteral("fluent"));
+    }
+
     void opensAt860By560AndEveryPageFitsInEveryTheme() {
         for (const char* id : {"fluent", "neon", "pro"}) {
             const QString theme = QString::fromLatin1(id);
