@@ -6,6 +6,7 @@
 #include <X11/extensions/Xrandr.h>
 #include <X11/keysym.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -218,6 +219,35 @@ TEST_F(LiveProgramTest, TheControlSocketActivatesAWheelsFileAndRefusesOneWithout
     PickAt(0, -100);  // the only field covers the whole ring
     ASSERT_TRUE(application_.WaitForEvents(KeyPress, 1, 3000ms));
     EXPECT_EQ(application_.Events(KeyPress).at(0).symbol, static_cast<KeySym>(XK_z));
+}
+
+// Files no person meant as wheels, handed over as if they were: each is
+// refused, the program goes on with the wheels it had; then one of 10,000
+// wheels is taken.
+TEST_F(LiveProgramTest, ActivatingAFolderAMissingOrAnOversizedFileIsRefusedAndTheWheelsStay) {
+    StartProgram();
+    const auto folder = program_.Directory() / "folder.json";
+    std::filesystem::create_directory(folder);
+    const auto big = program_.Directory() / "big.json";
+    std::ofstream(big) << std::string(100 * 1024 * 1024, ' ');
+    const auto pipe = program_.Directory() / "pipe.json";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const auto& file : {folder, big, pipe, program_.Directory() / "missing.json"}) {
+        const auto started = std::chrono::steady_clock::now();
+        EXPECT_EQ(program_.Activate(file), 1) << file;
+        EXPECT_LT(std::chrono::steady_clock::now() - started, 2s) << file << " held the program up";
+    }
+    std::filesystem::remove(big);
+    ShowWheel();
+    PickAt(0, -100);  // still the first wheel: its top field types "a"
+    ASSERT_TRUE(application_.WaitForEvents(KeyPress, 1, 3000ms));
+    EXPECT_EQ(application_.Events(KeyPress).at(0).symbol, static_cast<KeySym>(XK_a));
+
+    std::string many = R"({"wheels": [)";
+    for (int i = 0; i < 10000; ++i) many += std::string(i ? "," : "") + R"({"name": "W", "actions": [{"name": "Z", "key": "z"}]})";
+    std::ofstream(program_.Directory() / "many.json") << many << "]}";
+    EXPECT_EQ(program_.Activate(program_.Directory() / "many.json"), 0);
+    EXPECT_TRUE(program_.Process()->Alive());
 }
 
 TEST_F(LiveProgramTest, ASecondInstanceSaysSoAndEndsWithZero) {
