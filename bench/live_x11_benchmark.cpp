@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "live_figures.h"
-#include "x_session.h"
+#include "live_session.h"
 
 namespace {
 
@@ -38,20 +38,11 @@ int main(int argc, char* argv[]) {
     const std::chrono::seconds idleSpan(argc > 1 ? std::stoi(argv[1]) : 60);
     const std::chrono::seconds shownSpan(argc > 2 ? std::stoi(argv[2]) : 10);
 
-    zirvel_test::PrivateXServer server(1920, 1080);
-    if (!server.Running()) {
-        std::fprintf(stderr, "Xvfb did not start\n");
-        return 1;
-    }
-    zirvel_test::XConnection user(server.Name());
-    zirvel_test::TestApplication application(server.Name(), 0, 0, 1920, 1080);
-    application.Focus();
-    zirvel_test::ProgramUnderTest program(server.Name(), kConfig, zirvel_bench::kEightLetterWheel);
-    if (!program.Start()) {
-        std::fprintf(stderr, "the program did not start\n");
-        return 1;
-    }
-    user.MoveMouseTo(700, 500);
+    zirvel_bench::LiveSession session(kConfig);
+    if (!session.Ready()) return 1;
+    zirvel_test::XConnection& user = session.User();
+    zirvel_test::TestApplication& application = session.Application();
+    zirvel_test::ProgramUnderTest& program = session.Program();
     std::this_thread::sleep_for(300ms);
 
     // The top field of the wheel centred on the 1920 x 1080 screen.

@@ -15,7 +15,7 @@
 #include <thread>
 
 #include "live_figures.h"
-#include "x_session.h"
+#include "live_session.h"
 
 namespace {
 
@@ -97,21 +97,11 @@ int main(int argc, char* argv[]) {
     const int cycles = argc > 1 ? std::stoi(argv[1]) : 10000;
     const int phrases = argc > 2 ? std::stoi(argv[2]) : 10000;
 
-    zirvel_test::PrivateXServer server(1920, 1080);
-    if (!server.Running()) {
-        std::fprintf(stderr, "Xvfb did not start\n");
-        return 1;
-    }
-    zirvel_test::XConnection user(server.Name());
-    zirvel_test::TestApplication application(server.Name(), 0, 0, 1920, 1080);
-    application.Focus();
-    zirvel_test::ProgramUnderTest program(server.Name(), kConfig, zirvel_bench::kEightLetterWheel);
-    if (!program.Start()) {
-        std::fprintf(stderr, "the program did not start\n");
-        return 1;
-    }
+    zirvel_bench::LiveSession session(kConfig);
+    if (!session.Ready()) return 1;
+    zirvel_test::XConnection& user = session.User();
+    zirvel_test::ProgramUnderTest& program = session.Program();
     const pid_t pid = program.Process()->Pid();
-    user.MoveMouseTo(700, 500);
 
     // The wheel's window lives as long as the program: found once.
     Window wheel = 0;
