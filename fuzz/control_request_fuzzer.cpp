@@ -11,11 +11,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QByteArray line(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     const zirvel::app::ControlRequest request = zirvel::app::ParseControlRequest(line);
     // A valid request is "COMMAND ARGUMENT": a space-free command, then
-    // something; the parts never hold more than the line did.
+    // something, and together exactly the line's text without its line feed
+    // (bytes that are not UTF-8 are refused, never replaced).
     if (request.valid) {
         ZIRVEL_FUZZ_CHECK(!request.command.isEmpty() && !request.argument.isEmpty());
         ZIRVEL_FUZZ_CHECK(!request.command.contains(QLatin1Char(' ')));
-        ZIRVEL_FUZZ_CHECK(request.command.size() + 1 + request.argument.size() <= line.size());
+        QByteArray text = line;
+        if (text.endsWith('\n')) text.chop(1);
+        ZIRVEL_FUZZ_CHECK((request.command + QLatin1Char(' ') + request.argument).toUtf8() == text);
     }
     return 0;
 }

@@ -13,9 +13,9 @@ struct ControlRequest {
     QString argument;    // everything after the first space, as sent
 };
 
-// `line` is what one readLine gave, with or without its line feed; invalid
-// UTF-8 is replaced. Invalid when there is no space, the command is empty
-// or nothing follows the space.
+// `line` is what one readLine gave, with or without its line feed. Invalid
+// when the bytes are not UTF-8, when there is no space, the command is
+// empty or nothing follows the space.
 ControlRequest ParseControlRequest(QByteArray line);
 
 }  // namespace zirvel::app
