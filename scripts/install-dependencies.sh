@@ -24,8 +24,9 @@ build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-
 # dialog nobody here wrote (zenity); a notification area for the tray
 # menu's tests (trayer); what builds
 # and checks the packages (dpkg-shlibdeps, lintian, desktop-file-validate,
-# appstreamcli, makensis, unzip).
-test_packages=(dpkg-dev lintian desktop-file-utils appstream nsis unzip libgtest-dev libgmock-dev googletest
+# appstreamcli, makensis, unzip); clang's libFuzzer and sanitizers for the
+# fuzz targets.
+test_packages=(clang-14 libclang-rt-14-dev dpkg-dev lintian desktop-file-utils appstream nsis unzip libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng
                zenity at-spi2-core dbus-daemon dbus-bin trayer)

@@ -10,7 +10,9 @@ scripts/fetch-recogniser.sh >/dev/null
 # Qt for Windows (Zirvel.exe): unpacked from the ready archive, or built once.
 scripts/build-qt-windows.sh >/dev/null
 
-for preset in linux linux-tsan windows; do
+# fuzz: the readers of outside input under AddressSanitizer and
+# UndefinedBehaviorSanitizer, replaying every known input once.
+for preset in linux linux-tsan fuzz windows; do
   echo "=== $preset: configure and build"
   cmake --preset "$preset" >/dev/null
   cmake --build --preset "$preset"

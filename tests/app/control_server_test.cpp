@@ -171,6 +171,7 @@ TEST_F(ControlServerTest, ALineLongerThanAnyRequestIsDroppedUnread) {
 TEST_F(ControlServerTest, BytesThatAreNotUtf8AreRefusedWithoutReachingTheHandlers) {
     EXPECT_EQ(Ask("say poka\xBF si\xC3" "atk\xE9\n"), "0\n");
     EXPECT_EQ(Ask("activate \xFF\xFE.json\n"), "0\n");
+    EXPECT_EQ(Ask("say abc\xDB\n"), "0\n");  // a sequence cut off by the line's end
     EXPECT_EQ(Ask(std::string("say a\0b\n", 8)), "0\n");  // a NUL is UTF-8, and matches nothing
     EXPECT_TRUE(activated_.empty());
     EXPECT_EQ(said_.size(), 1u);
