@@ -9,6 +9,7 @@
 #include "config/json_reader.h"
 #include "config/utf.h"
 #include "fuzz_check.h"
+#include "fuzz_text.h"
 
 namespace {
 
@@ -27,10 +28,6 @@ void ParseAll(std::u16string_view text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    ParseAll(zirvel::Utf8ToUtf16(std::string_view(reinterpret_cast<const char*>(data), size)));
-
-    std::u16string units(size / 2, u'\0');
-    if (!units.empty()) std::memcpy(units.data(), data, units.size() * sizeof(char16_t));
-    ParseAll(units);
+    zirvel_fuzz::ReadAsUtf8AndAsUtf16(data, size, [](const std::u16string& text) { ParseAll(text); });
     return 0;
 }

@@ -10,6 +10,7 @@
 #include "config/keyboard_layout.h"
 #include "config/utf.h"
 #include "fuzz_check.h"
+#include "fuzz_text.h"
 
 namespace {
 
@@ -30,11 +31,6 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // As configuration files give names (UTF-8), and as raw UTF-16 units.
-    ParseName(zirvel::Utf8ToUtf16(std::string_view(reinterpret_cast<const char*>(data), size)));
-
-    std::u16string units(size / 2, u'\0');
-    if (!units.empty()) std::memcpy(units.data(), data, units.size() * sizeof(char16_t));
-    ParseName(units);
+    zirvel_fuzz::ReadAsUtf8AndAsUtf16(data, size, [](const std::u16string& text) { ParseName(text); });
     return 0;
 }
