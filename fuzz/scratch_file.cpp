@@ -1,5 +1,6 @@
 #include "scratch_file.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -31,11 +32,19 @@ void RemoveScratch() {
     rmdir(scratch.directory.c_str());
 }
 
+const char* DefaultScratchBase() {
+    struct stat status {};
+    return stat("/dev/shm", &status) == 0 && S_ISDIR(status.st_mode) && access("/dev/shm", W_OK) == 0 ? "/dev/shm"
+                                                                                                      : "/tmp";
+}
+
 const std::string& ScratchDirectory() {
     Scratch& scratch = TheScratch();
     if (scratch.directory.empty()) {
+        // Millions of writes: on a disk file system the kernel's writeback
+        // would take most of the time, so memory (/dev/shm) is preferred.
         const char* base = std::getenv("TMPDIR");
-        std::string pattern = std::string(base && *base ? base : "/tmp") + "/zirvel-fuzz-XXXXXX";
+        std::string pattern = std::string(base && *base ? base : DefaultScratchBase()) + "/zirvel-fuzz-XXXXXX";
         if (!mkdtemp(pattern.data())) {
             std::perror("zirvel fuzz: mkdtemp");
             std::abort();

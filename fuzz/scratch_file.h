@@ -1,5 +1,6 @@
 // For the fuzz targets of the file readers: one scratch directory per
-// process, made on first use, and one file in it that each input replaces,
+// process, made on first use (in $TMPDIR if set, else in memory under
+// /dev/shm where there is one), and one file in it that each input replaces,
 // so the readers run through the real file functions.
 #pragma once
 
