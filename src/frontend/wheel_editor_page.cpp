@@ -65,19 +65,18 @@ WheelEditorPage::WheelEditorPage(QWidget* parent) : QWidget(parent) {
     layout->setSpacing(10);
     layout->addLayout(buildToolRow());
 
-    // The user shares the width out between the tree, the function and the
-    // preview; a wider window goes to the function.
+    // Two columns fit the window's 860 px: the wheels with their preview,
+    // and the function. The user shares the width out between them; a
+    // wider window goes to the function.
     columns_ = new QSplitter(Qt::Horizontal, this);
     columns_->setObjectName(QStringLiteral("columns"));
     columns_->setChildrenCollapsible(false);
     columns_->setHandleWidth(12);
     columns_->addWidget(buildTreeColumn());
     columns_->addWidget(buildFunctionPanel());
-    columns_->addWidget(buildPreviewColumn());
     columns_->setStretchFactor(0, 0);
     columns_->setStretchFactor(1, 1);
-    columns_->setStretchFactor(2, 0);
-    columns_->setSizes({250, 420, 240});
+    columns_->setSizes({250, 400});
     layout->addWidget(columns_, 1);
 
     setTabOrderAndNames();
@@ -127,6 +126,8 @@ QWidget* WheelEditorPage::buildTreeColumn() {
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(tree_, 1);
     column->addLayout(buttons);
+    column->addSpacing(6);
+    column->addLayout(buildPreview());
     return columnWidget;
 }
 
@@ -144,7 +145,11 @@ QWidget* WheelEditorPage::buildFunctionPanel() {
     panel->setSpacing(8);
     panel->addLayout(buildFieldsRow());
     panel->addWidget(MakeCaption(tr("Czynności (kroki sekwencji)"), stepsList_, functionPanel_));
-    panel->addWidget(stepsList_);
+    // The order buttons stand beside the steps they move.
+    auto* steps = new QHBoxLayout;
+    steps->addWidget(stepsList_, 1);
+    steps->addLayout(buildStepMoveColumn());
+    panel->addLayout(steps, 1);
     panel->addLayout(buildStepEditorRow());
     panel->addLayout(buildStepButtonsRow());
     return functionPanel_;
@@ -213,6 +218,10 @@ QLayout* WheelEditorPage::buildStepEditorRow() {
     keyCombo_->setObjectName(QStringLiteral("keyCombo"));
     keyCombo_->setEditable(true);
     keyCombo_->addItems(stepKeyNames());
+    // Narrower than the longest key name, so that the row fits the
+    // function's column in the window's first size; wider when there is room.
+    keyCombo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    keyCombo_->setMinimumContentsLength(5);
     amountSpin_ = new QSpinBox(keyPage);
     amountSpin_->setObjectName(QStringLiteral("amountSpin"));
     amountSpin_->setRange(0, 60000);
@@ -239,44 +248,49 @@ QLayout* WheelEditorPage::buildStepButtonsRow() {
     stepAddButton_ = MakeButton(tr("Dodaj krok"), QStringLiteral("stepAddButton"), panel);
     stepReplaceButton_ = MakeButton(tr("Zamień"), QStringLiteral("stepReplaceButton"), panel);
     stepRemoveButton_ = MakeButton(tr("Usuń krok"), QStringLiteral("stepRemoveButton"), panel);
-    stepUpButton_ = MakeButton(QStringLiteral("▲"), QStringLiteral("stepUpButton"), panel);
-    stepDownButton_ = MakeButton(QStringLiteral("▼"), QStringLiteral("stepDownButton"), panel);
-    stepUpButton_->setFixedWidth(36);
-    stepDownButton_->setFixedWidth(36);
     connect(stepAddButton_, &QPushButton::clicked, this, &WheelEditorPage::stepAdd);
     connect(stepReplaceButton_, &QPushButton::clicked, this, &WheelEditorPage::stepReplace);
     connect(stepRemoveButton_, &QPushButton::clicked, this, &WheelEditorPage::stepRemove);
-    connect(stepUpButton_, &QPushButton::clicked, this, [this] { stepMove(-1); });
-    connect(stepDownButton_, &QPushButton::clicked, this, [this] { stepMove(1); });
 
     auto* row = new QHBoxLayout;
     row->addWidget(stepAddButton_);
     row->addWidget(stepReplaceButton_);
     row->addWidget(stepRemoveButton_);
     row->addStretch();
-    row->addWidget(stepUpButton_);
-    row->addWidget(stepDownButton_);
     return row;
 }
 
-QWidget* WheelEditorPage::buildPreviewColumn() {
-    auto* columnWidget = new QWidget(this);
+QLayout* WheelEditorPage::buildStepMoveColumn() {
+    QWidget* panel = functionPanel_;
+    stepUpButton_ = MakeButton(QStringLiteral("▲"), QStringLiteral("stepUpButton"), panel);
+    stepDownButton_ = MakeButton(QStringLiteral("▼"), QStringLiteral("stepDownButton"), panel);
+    stepUpButton_->setFixedWidth(36);
+    stepDownButton_->setFixedWidth(36);
+    connect(stepUpButton_, &QPushButton::clicked, this, [this] { stepMove(-1); });
+    connect(stepDownButton_, &QPushButton::clicked, this, [this] { stepMove(1); });
+
+    auto* column = new QVBoxLayout;
+    column->addWidget(stepUpButton_);
+    column->addWidget(stepDownButton_);
+    column->addStretch();
+    return column;
+}
+
+QLayout* WheelEditorPage::buildPreview() {
     wheelCaption_ = new QLabel(this);
     wheelCaption_->setObjectName(QStringLiteral("wheelCaption"));
     SetRole(wheelCaption_, "value");
     wheelCaption_->setAlignment(Qt::AlignCenter);
     preview_ = new WheelPreview(this);
     preview_->setObjectName(QStringLiteral("preview"));
-    // Full size while there is room, down to the preview's own minimum
-    // when the user gives the width to the other columns.
-    preview_->setMaximumSize(240, 240);
+    // Its own minimum in the window's first size, larger when the user
+    // gives the wheels' column more room.
+    preview_->setMaximumSize(220, 220);
 
-    auto* column = new QVBoxLayout(columnWidget);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(wheelCaption_);
-    column->addWidget(preview_);
-    column->addStretch();
-    return columnWidget;
+    auto* area = new QVBoxLayout;
+    area->addWidget(wheelCaption_);
+    area->addWidget(preview_, 0, Qt::AlignHCenter);
+    return area;
 }
 
 // Keyboard users move through the page in reading order; screen readers
@@ -285,8 +299,8 @@ void WheelEditorPage::setTabOrderAndNames() {
     const QList<QWidget*> order{
         openButton_,        saveButton_,        saveAsButton_,     activateButton_, tree_,          addWheelButton_,
         addFunctionButton_, removeButton_,      nameEdit_,         voiceEdit_,      iconButton_,    colorButton_,
-        delaySpin_,         stepsList_,         actionCombo_,      keyCombo_,       amountSpin_,    targetEdit_,
-        stepAddButton_,     stepReplaceButton_, stepRemoveButton_, stepUpButton_,   stepDownButton_};
+        delaySpin_,         stepsList_,         stepUpButton_,     stepDownButton_, actionCombo_,   keyCombo_,
+        amountSpin_,        targetEdit_,        stepAddButton_,    stepReplaceButton_, stepRemoveButton_};
     for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 
     pathLabel_->setAccessibleName(tr("Plik kół"));

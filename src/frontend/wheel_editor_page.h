@@ -63,7 +63,8 @@ private:
     QLayout* buildFieldsRow();
     QLayout* buildStepEditorRow();
     QLayout* buildStepButtonsRow();
-    QWidget* buildPreviewColumn();
+    QLayout* buildStepMoveColumn();
+    QLayout* buildPreview();
     void setTabOrderAndNames();
 
     void rebuildTree(int wheel, int function);

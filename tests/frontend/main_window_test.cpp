@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStackedWidget>
@@ -128,6 +129,11 @@ private slots:
                 const QString where = theme + QStringLiteral(" page %1").arg(row);
                 QVERIFY2(window.size() == QSize(860, 560),
                          qPrintable(where + QStringLiteral(": %1 x %2").arg(window.width()).arg(window.height())));
+                // Pages may scroll down, never sideways.
+                auto* area = qobject_cast<QScrollArea*>(window.pages()->widget(row));
+                QVERIFY2(area && area->horizontalScrollBar()->maximum() == 0,
+                         qPrintable(where + QStringLiteral(" is wider than the window by %1 px")
+                                                .arg(area ? area->horizontalScrollBar()->maximum() : -1)));
                 int buttons = 0;
                 for (QAbstractButton* button : window.pages()->widget(row)->findChildren<QAbstractButton*>()) {
                     if (!button->isVisible()) continue;

@@ -826,9 +826,8 @@ private slots:
         }
         QCOMPARE(visited, Words("openButton saveButton saveAsButton Primary tree addWheelButton "
                                 "addFunctionButton removeButton nameEdit voiceEdit iconButton "
-                                "colorButton delaySpin stepsList actionCombo keyCombo amountSpin "
-                                "stepAddButton stepReplaceButton stepRemoveButton stepUpButton "
-                                "stepDownButton"));
+                                "colorButton delaySpin stepsList stepUpButton stepDownButton actionCombo "
+                                "keyCombo amountSpin stepAddButton stepReplaceButton stepRemoveButton"));
     }
 
     void targetFieldTakesTheAmountsPlaceInTheTabOrder() {
