@@ -307,8 +307,9 @@ TEST_F(LiveProgramTest, TheTrayMenusZakonczEndsTheProgramWithZero) {
     StartProgram();
     const Window icon = tray.WaitForIcon(user_, 10000ms);
     ASSERT_NE(icon, 0u) << "the tray icon did not dock";
-    const Window menu = OpenIconMenu(user_, icon, 10000ms);
-    ASSERT_NE(menu, 0u) << "a right click on the icon opened no menu";
+    std::string trail;
+    const Window menu = tray.OpenIconMenu(user_, 10000ms, &trail);
+    ASSERT_NE(menu, 0u) << "a right click on the icon opened no menu:\n" << trail;
     ClickLastMenuItem(user_, menu);  // "Zakończ"
     EXPECT_EQ(program_.Process()->WaitForExit(5000ms), std::optional<int>(0));
 }

@@ -157,15 +157,37 @@ Window NotificationArea::WaitForIcon(XConnection& user, std::chrono::millisecond
             return icon != 0;
         },
         timeout, 50ms);
+    // Docked where it stays: the panel grows and moves as icons dock.
+    XConnection::Geometry last{};
+    WaitUntil(
+        [&] {
+            const XConnection::Geometry now = user.WindowGeometry(icon);
+            const bool settled = now.x == last.x && now.y == last.y && now.width == last.width;
+            last = now;
+            return icon == 0 || settled;
+        },
+        timeout, 200ms);
     return icon;
 }
 
-Window OpenIconMenu(XConnection& user, Window icon, std::chrono::milliseconds timeout) {
-    const auto [x, y] = Centre(user.WindowGeometry(icon));
+Window NotificationArea::OpenIconMenu(XConnection& user, std::chrono::milliseconds timeout, std::string* trail) {
+    const auto start = std::chrono::steady_clock::now();
+    const auto note = [&](const std::string& line) {
+        if (!trail) return;
+        const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+        *trail += std::to_string(elapsed.count()) + " ms: " + line + "\n";
+    };
     Window menu = 0;
     WaitUntil(
         [&] {
             const std::vector<Window> before = MappedPopups(user);
+            // Found again each time: a program may dock its icon anew.
+            const Window icon = WaitForIcon(user, 2000ms);
+            if (icon == 0) {
+                note("no icon docked");
+                return false;
+            }
+            const auto [x, y] = Centre(user.WindowGeometry(icon));
             user.MoveMouseTo(x, y);
             std::this_thread::sleep_for(300ms);
             XTestFakeButtonEvent(user.Get(), 3, True, CurrentTime);
@@ -173,6 +195,8 @@ Window OpenIconMenu(XConnection& user, Window icon, std::chrono::milliseconds ti
             std::this_thread::sleep_for(150ms);
             XTestFakeButtonEvent(user.Get(), 3, False, CurrentTime);
             XSync(user.Get(), False);
+            note("right click at " + std::to_string(x) + "," + std::to_string(y) + " with " +
+                 std::to_string(before.size()) + " popups mapped");
             // A tooltip is a popup too, but far smaller than a menu.
             WaitUntil(
                 [&] {
@@ -182,9 +206,16 @@ Window OpenIconMenu(XConnection& user, Window icon, std::chrono::milliseconds ti
                     return menu != 0;
                 },
                 1500ms, 20ms);
+            if (menu == 0) {
+                note("no menu popped up");
+                return false;
+            }
             // Still open once the click is over and the menu has painted.
-            if (menu != 0) SettledChecksum(user, user.WindowGeometry(menu));
-            if (menu != 0 && !user.IsMapped(menu)) menu = 0;
+            SettledChecksum(user, user.WindowGeometry(menu));
+            if (!user.IsMapped(menu)) {
+                note("a menu popped up and closed again");
+                menu = 0;
+            }
             return menu != 0;
         },
         timeout, 0ms);

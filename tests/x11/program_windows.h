@@ -50,16 +50,18 @@ public:
     NotificationArea& operator=(const NotificationArea&) = delete;
 
     bool Running();
-    // The first icon docked in it; 0 when none docks within `timeout`.
+    // The first icon docked in it, once the panel has stopped moving it; 0
+    // when none docks within `timeout`.
     Window WaitForIcon(XConnection& user, std::chrono::milliseconds timeout);
+
+    // Right-clicks the icon as a person would, the pointer resting on it
+    // first, until a menu pops up: the menu's window, 0 when none did. Each
+    // try is noted in `trail`, for a failing test to print.
+    Window OpenIconMenu(XConnection& user, std::chrono::milliseconds timeout, std::string* trail = nullptr);
 
 private:
     std::unique_ptr<ChildProcess> tray_;
 };
-
-// Right-clicks the icon as a person would, the pointer resting on it
-// first, until a menu pops up: the menu's window, 0 when none did.
-Window OpenIconMenu(XConnection& user, Window icon, std::chrono::milliseconds timeout);
 
 // Clicks a menu's last item once the menu has settled on the screen.
 void ClickLastMenuItem(XConnection& user, Window menu);
