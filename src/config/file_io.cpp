@@ -24,6 +24,10 @@ std::FILE* OpenFile(const std::u16string& path, bool forWriting) {
 
 constexpr int kOpenRetries = 10;
 
+// No file's name holds a NUL; the system would stop reading the name there
+// and open another file.
+bool CouldNameAFile(const std::u16string& path) { return !path.empty() && path.find(u'\0') == std::u16string::npos; }
+
 }  // namespace
 
 std::u16string JoinPath(std::u16string_view directory, std::u16string_view name) {
@@ -35,6 +39,7 @@ std::u16string JoinPath(std::u16string_view directory, std::u16string_view name)
 
 bool ReadFileBytes(const std::u16string& path, std::string& bytes) {
     bytes.clear();
+    if (!CouldNameAFile(path)) return false;
     std::error_code error;
     // Not a folder, and not a pipe or device either, whose open or read
     // could wait for ever.
@@ -62,6 +67,7 @@ bool ReadFileBytes(const std::u16string& path, std::string& bytes) {
 }
 
 bool WriteFileBytes(const std::u16string& path, std::string_view bytes) {
+    if (!CouldNameAFile(path)) return false;
     std::FILE* file = OpenFile(path, true);
     if (!file) return false;
     const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
@@ -69,6 +75,7 @@ bool WriteFileBytes(const std::u16string& path, std::string_view bytes) {
 }
 
 bool ReplaceFileBytes(const std::u16string& path, std::string_view bytes) {
+    if (!CouldNameAFile(path)) return false;
     const std::filesystem::path target(path);
     std::filesystem::path temporary = target;
     temporary += ".zirvel-save";

@@ -46,6 +46,23 @@ TEST(ReadFileBytesTest, FoldersAndMissingFilesAreRefused) {
     EXPECT_TRUE(bytes.empty());
 }
 
+// The system reads a name only up to a NUL: "a.json\0b" would be "a.json".
+TEST(FileBytesTest, APathWithANulInsideNamesNoFile) {
+    TempDirectory dir;
+    const std::u16string real = dir.File("a.json").u16string();
+    ASSERT_TRUE(zirvel::WriteFileBytes(real, "{}"));
+    std::u16string path = real;
+    path += u'\0';
+    path += u"b";
+    std::string bytes;
+    EXPECT_FALSE(ReadFileBytes(path, bytes));
+    EXPECT_FALSE(zirvel::WriteFileBytes(path, "changed"));
+    EXPECT_FALSE(ReplaceFileBytes(path, "changed"));
+    ASSERT_TRUE(ReadFileBytes(real, bytes));
+    EXPECT_EQ(bytes, "{}");
+    EXPECT_EQ(EntriesIn(dir.Path()), 1u);
+}
+
 #ifndef _WIN32
 // A pipe nobody writes to would block an open or a read for ever.
 TEST(ReadFileBytesTest, APipeIsRefusedAtOnce) {

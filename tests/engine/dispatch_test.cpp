@@ -644,6 +644,18 @@ TEST_F(HostEngineTest, AHandedOverFileWithoutFunctionsChangesNothing) {
     EXPECT_EQ(engine().Wheels().size(), 1u);  // the first-run wheel stays
 }
 
+TEST_F(HostEngineTest, AHandedOverPathWithANulInsideIsRefused) {
+    StartStandAlone();
+    WriteFile("games.json", R"({"wheels": [{"name": "G", "actions": [{"name": "g", "key": "g"}]}]})");
+    // The system would open the file named before the NUL; no file's name holds one.
+    std::u16string path = PathOf("games.json");
+    path += u'\0';
+    path += u"whatever";
+    EXPECT_FALSE(zirvel::ActivateHandedOverWheelFile(path));
+    EXPECT_NE(engine().Wheels()[0].name, u"G");
+    EXPECT_TRUE(platform_.TrayNotices().empty());
+}
+
 TEST_F(EngineTest, AHandedOverFileShowsNoNoticeUnderTheFrontEnd) {
     Start();
     WriteFile("games.json", R"({"actions": [{"name": "g", "key": "g"}]})");

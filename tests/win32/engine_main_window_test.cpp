@@ -6,10 +6,15 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
+#include <string>
 #include <thread>
 
+#include "engine/engine_state.h"
+#include "platform/win32/engine_window_protocol.h"
 #include "platform/win32/win32_platform.h"
+#include "voice/voice_phrases.h"
 
 namespace {
 
@@ -32,6 +37,32 @@ TEST(EngineMainWindowTest, AStatusChangeOnAnotherThreadRepaintsTheWholeWindow) {
     EXPECT_EQ(pending.top, client.top);
     EXPECT_EQ(pending.right, client.right);
     EXPECT_EQ(pending.bottom, client.bottom);
+}
+
+// What another process's WM_COPYDATA gives the main window: 1 when taken.
+LRESULT HandOver(HWND main, ULONG_PTR kind, const std::u16string& text) {
+    COPYDATASTRUCT data{};
+    data.dwData = kind;
+    data.cbData = static_cast<DWORD>(text.size() * sizeof(char16_t));
+    data.lpData = const_cast<char16_t*>(text.data());
+    return SendMessageW(main, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+}
+
+TEST(EngineMainWindowTest, AHandedOverRecordIsTakenOnlyWhenItsKindAndLengthAreRight) {
+    auto platform = std::make_unique<zirvel::win32::Win32Platform>(GetModuleHandleW(nullptr));
+    zirvel::ResetEngineState(*platform, std::filesystem::temp_directory_path().u16string());
+    zirvel::AddVoicePhrase(zirvel::Engine().phrases, u"pokaż siatkę", zirvel::kShowGridCommand);
+    const HWND main = platform->MainWindow();
+    EXPECT_EQ(HandOver(main, zirvel::win32::kSayPhraseData, u"pokaż siatkę"), 1);
+    EXPECT_EQ(HandOver(main, zirvel::win32::kSayPhraseData, u"Pokaż siatkę\0"), 1);  // lowered, NUL dropped
+    EXPECT_EQ(HandOver(main, 7, u"pokaż siatkę"), 0);                               // an unknown kind
+    EXPECT_EQ(HandOver(main, zirvel::win32::kSayPhraseData, u""), 0);
+    // The same phrase in a record past the longest: refused unread.
+    std::u16string padded = u"pokaż siatkę";
+    padded.resize(zirvel::win32::kLongestCopyData / 2 + 1, u'\0');
+    EXPECT_EQ(HandOver(main, zirvel::win32::kSayPhraseData, padded), 0);
+    // A path with a NUL inside names no file.
+    EXPECT_EQ(HandOver(main, zirvel::win32::kActivateWheelFileData, std::u16string(u"C:\\a.json\0b", 12)), 0);
 }
 
 }  // namespace

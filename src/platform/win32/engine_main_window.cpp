@@ -149,7 +149,7 @@ void Win32Platform::ShowTrayMenu() {
 }
 
 LRESULT Win32Platform::OnCopyData(const COPYDATASTRUCT& data) {
-    if (data.cbData < 2 || !data.lpData) return 0;
+    if (data.cbData < 2 || data.cbData > kLongestCopyData || !data.lpData) return 0;
     if (data.dwData == kActivateWheelFileData) {
         if (!ActivateHandedOverWheelFile(CopiedText(data))) return 0;
         InvalidateRect(main_, nullptr, TRUE);  // the help page's counts changed

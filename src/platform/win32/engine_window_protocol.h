@@ -29,5 +29,8 @@ inline constexpr WORD kOpenEditorCommand = 1003;
 // answer is 1 when it was taken.
 inline constexpr ULONG_PTR kActivateWheelFileData = 1;
 inline constexpr ULONG_PTR kSayPhraseData = 2;
+// Longer records are refused unread, as the control socket drops longer
+// lines: no path or phrase comes near it.
+inline constexpr DWORD kLongestCopyData = 64 * 1024;
 
 }  // namespace zirvel::win32
