@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "gaze/stand_in_tracker.h"
+#include "program_windows.h"
 #include "wine_session.h"
 
 namespace zirvel_test {
@@ -78,10 +79,17 @@ TEST_F(WindowsGazeTest, ADwellOnTheRightArrowSwitchesTheWheel) {
     XConnection& user = session_.User();
     const XConnection::Geometry arrow{346 + 534, 282 + 186, 44, 88};
     const XConnection::Geometry centre{346 + 294 - 35, 282 + 230 - 20, 70, 40};
-    const std::uint64_t arrowAtRest = user.ScreenChecksum(arrow);
+    // The wheel as drawn, not the screen before its first paint.
+    const std::uint64_t arrowAtRest = SettledChecksum(user, arrow);
     tracker_.Script({"device tobii-ttp://stand-in", LookAt(kRightArrowX, kRightArrowY)});
-    ASSERT_TRUE(WaitUntil([&] { return user.ScreenChecksum(arrow) != arrowAtRest; }, 3000ms, 1ms))
-        << "the cursor did not reach the arrow";
+    const bool reached = WaitUntil([&] { return user.ScreenChecksum(arrow) != arrowAtRest; }, 5000ms, 5ms);
+    if (!reached) {
+        std::filesystem::create_directories(ZIRVEL_SCREENSHOTS);
+        session_.Screenshot(std::filesystem::path(ZIRVEL_SCREENSHOTS) / "gaze-arrow-not-reached.png");
+    }
+    std::string log;
+    for (const std::string& line : session_.Log()) log += line + "\n";
+    ASSERT_TRUE(reached) << "the cursor did not reach the arrow; the engine's log:\n" << log;
     std::this_thread::sleep_for(100ms);
     const std::uint64_t firstWheel = user.ScreenChecksum(centre);
     ASSERT_TRUE(WaitUntil([&] { return user.ScreenChecksum(centre) != firstWheel; }, 3000ms, 1ms))
