@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -158,9 +159,13 @@ TEST_F(EngineSettingsTest, AConfigReplacedDuringReloadsIsReadWholeAndLeftAlone) 
     ASSERT_TRUE(ReplaceFileBytes(File("config.json").u16string(), fast));
     std::atomic<bool> stop{false};
     std::atomic<int> saves{0};
+    // Saves far more often than any person, yet with a breath between them:
+    // saving without one keeps the file in the middle of a replacement for
+    // longer than a reload waits on Windows when the cores are busy.
     std::thread editor([&] {
         for (int i = 0; !stop && i < 100000; ++i) {
             if (ReplaceFileBytes(File("config.json").u16string(), i % 2 ? fast : slow)) ++saves;
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
         }
     });
     int whole = 0;
