@@ -1,6 +1,5 @@
 #include "scratch_file.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -32,11 +31,7 @@ void RemoveScratch() {
     rmdir(scratch.directory.c_str());
 }
 
-const char* DefaultScratchBase() {
-    struct stat status {};
-    return stat("/dev/shm", &status) == 0 && S_ISDIR(status.st_mode) && access("/dev/shm", W_OK) == 0 ? "/dev/shm"
-                                                                                                      : "/tmp";
-}
+const char* DefaultScratchBase() { return access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp"; }
 
 const std::string& ScratchDirectory() {
     Scratch& scratch = TheScratch();

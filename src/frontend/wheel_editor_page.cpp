@@ -283,8 +283,8 @@ QLayout* WheelEditorPage::buildPreview() {
     wheelCaption_->setAlignment(Qt::AlignCenter);
     preview_ = new WheelPreview(this);
     preview_->setObjectName(QStringLiteral("preview"));
-    // Its own minimum in the window's first size, larger when the user
-    // gives the wheels' column more room.
+    // The tree takes the column's spare height; the preview keeps about
+    // its own minimum size and never grows past 220 px.
     preview_->setMaximumSize(220, 220);
 
     auto* area = new QVBoxLayout;

@@ -87,9 +87,7 @@ TEST_F(WindowsGazeTest, ADwellOnTheRightArrowSwitchesTheWheel) {
         std::filesystem::create_directories(ZIRVEL_SCREENSHOTS);
         session_.Screenshot(std::filesystem::path(ZIRVEL_SCREENSHOTS) / "gaze-arrow-not-reached.png");
     }
-    std::string log;
-    for (const std::string& line : session_.Log()) log += line + "\n";
-    ASSERT_TRUE(reached) << "the cursor did not reach the arrow; the engine's log:\n" << log;
+    ASSERT_TRUE(reached) << "the cursor did not reach the arrow; the log:\n" << session_.LogText();
     std::this_thread::sleep_for(100ms);
     const std::uint64_t firstWheel = user.ScreenChecksum(centre);
     ASSERT_TRUE(WaitUntil([&] { return user.ScreenChecksum(centre) != firstWheel; }, 3000ms, 1ms))

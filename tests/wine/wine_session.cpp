@@ -177,6 +177,12 @@ std::vector<std::string> WineSession::Log() const {
     return lines;
 }
 
+std::string WineSession::LogText() const {
+    std::string text;
+    for (const std::string& line : Log()) text += line + '\n';
+    return text;
+}
+
 std::vector<std::string> WineSession::Lines(const std::string& prefix, std::size_t skip) const {
     std::vector<std::string> found;
     const std::vector<std::string> lines = Log();

@@ -66,6 +66,8 @@ public:
 
     // The application's log so far.
     std::vector<std::string> Log() const;
+    // The same as one text, for a failing test to print.
+    std::string LogText() const;
     // Waits for a line of the log, after the first `skip`, that starts with `prefix`.
     std::optional<std::string> WaitForLine(const std::string& prefix, std::chrono::milliseconds timeout,
                                            std::size_t skip = 0) const;

@@ -157,6 +157,7 @@ Window NotificationArea::WaitForIcon(XConnection& user, std::chrono::millisecond
             return icon != 0;
         },
         timeout, 50ms);
+    if (icon == 0) return 0;
     // Docked where it stays: the panel grows and moves as icons dock.
     XConnection::Geometry last{};
     WaitUntil(
@@ -164,7 +165,7 @@ Window NotificationArea::WaitForIcon(XConnection& user, std::chrono::millisecond
             const XConnection::Geometry now = user.WindowGeometry(icon);
             const bool settled = now.x == last.x && now.y == last.y && now.width == last.width;
             last = now;
-            return icon == 0 || settled;
+            return settled;
         },
         timeout, 200ms);
     return icon;
