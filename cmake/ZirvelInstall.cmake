@@ -8,12 +8,21 @@ set(ZIRVEL_VERSION 0.9.0)
 set(ZIRVEL_APP_ID app.zirvel.Zirvel)
 set(ZIRVEL_PACKAGING_DIR "${PROJECT_SOURCE_DIR}/packaging/linux")
 
-install(TARGETS zirvel zirvel-activate zirvel-say zirvel-check RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# Each has its manual page in packaging/linux/man.
+set(ZIRVEL_LINUX_PROGRAMS zirvel zirvel-activate zirvel-say zirvel-check)
+install(TARGETS ${ZIRVEL_LINUX_PROGRAMS} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 # The speech recogniser is loaded at run time by name, from the program's
-# private library folder.
-set_target_properties(zirvel PROPERTIES INSTALL_RPATH "\$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/zirvel")
+# private library folder. Under the architecture's own lib folder it is
+# private to the program: ld.so.cache never lists it, so the package needs
+# no ldconfig call.
+if(CMAKE_LIBRARY_ARCHITECTURE)
+  set(ZIRVEL_PRIVATE_LIBDIR "lib/${CMAKE_LIBRARY_ARCHITECTURE}/zirvel")
+else()
+  set(ZIRVEL_PRIVATE_LIBDIR "${CMAKE_INSTALL_LIBDIR}/zirvel")
+endif()
+set_target_properties(zirvel PROPERTIES INSTALL_RPATH "\$ORIGIN/../${ZIRVEL_PRIVATE_LIBDIR}")
 if(ZIRVEL_HAVE_RECOGNISER)
-  install(FILES "${ZIRVEL_RECOGNISER_LIBRARY}" DESTINATION ${CMAKE_INSTALL_LIBDIR}/zirvel
+  install(FILES "${ZIRVEL_RECOGNISER_LIBRARY}" DESTINATION ${ZIRVEL_PRIVATE_LIBDIR}
           PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 endif()
 # icons/, themes/ and the program's icon, as in the build folder.
@@ -28,14 +37,26 @@ install(FILES "${ZIRVEL_PROGRAM_FILES_DIR}/zirvel.png" DESTINATION ${CMAKE_INSTA
 # Not started at login unless the user copies it to ~/.config/autostart.
 install(FILES "${ZIRVEL_PACKAGING_DIR}/zirvel-autostart.desktop" DESTINATION ${CMAKE_INSTALL_DATADIR}/zirvel/autostart
         RENAME ${ZIRVEL_APP_ID}.desktop)
-# Debian wants the changelog compressed as gzip -9n would (no name, no time).
-set(ZIRVEL_CHANGELOG_GZ "${CMAKE_BINARY_DIR}/packaging/changelog.gz")
-add_custom_command(OUTPUT "${ZIRVEL_CHANGELOG_GZ}"
-  COMMAND ${CMAKE_COMMAND} -E make_directory "${CMAKE_BINARY_DIR}/packaging"
-  COMMAND gzip -9n -c "${ZIRVEL_PACKAGING_DIR}/changelog" > "${ZIRVEL_CHANGELOG_GZ}"
-  DEPENDS "${ZIRVEL_PACKAGING_DIR}/changelog")
-add_custom_target(zirvel_changelog ALL DEPENDS "${ZIRVEL_CHANGELOG_GZ}")
+# Debian wants the changelog and the manual pages compressed as gzip -9n
+# would (no name, no time).
+function(zirvel_gzip_for_debian source gzipped_var)
+  get_filename_component(name "${source}" NAME)
+  set(gzipped "${CMAKE_BINARY_DIR}/packaging/${name}.gz")
+  add_custom_command(OUTPUT "${gzipped}"
+    COMMAND ${CMAKE_COMMAND} -E make_directory "${CMAKE_BINARY_DIR}/packaging"
+    COMMAND gzip -9n -c "${ZIRVEL_PACKAGING_DIR}/${source}" > "${gzipped}"
+    DEPENDS "${ZIRVEL_PACKAGING_DIR}/${source}")
+  set(${gzipped_var} "${gzipped}" PARENT_SCOPE)
+endfunction()
+zirvel_gzip_for_debian(changelog ZIRVEL_CHANGELOG_GZ)
+set(ZIRVEL_MANUAL_PAGES)
+foreach(program IN LISTS ZIRVEL_LINUX_PROGRAMS)
+  zirvel_gzip_for_debian(man/${program}.1 page)
+  list(APPEND ZIRVEL_MANUAL_PAGES "${page}")
+endforeach()
+add_custom_target(zirvel_gzipped_documents ALL DEPENDS "${ZIRVEL_CHANGELOG_GZ}" ${ZIRVEL_MANUAL_PAGES})
 install(FILES "${ZIRVEL_PACKAGING_DIR}/copyright" "${ZIRVEL_CHANGELOG_GZ}" DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zirvel)
+install(FILES ${ZIRVEL_MANUAL_PAGES} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 set(CPACK_PACKAGE_NAME zirvel)
 set(CPACK_PACKAGE_VERSION ${ZIRVEL_VERSION})
@@ -58,7 +79,7 @@ set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://zirvel.app/")
 # The libraries the programs link, found by dpkg-shlibdeps; the recogniser
 # is the package's own.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_INSTALL_FULL_LIBDIR}/zirvel")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CPACK_PACKAGING_INSTALL_PREFIX}/${ZIRVEL_PRIVATE_LIBDIR}")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS OFF)
 # Qt finds the xcb platform and image plugins at run time, not by linking.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, qt6-image-formats-plugins")

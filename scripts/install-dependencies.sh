@@ -23,10 +23,10 @@ build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-
 # dbus-send) that starts the accessibility bus (at-spi2-core), and a GTK
 # dialog nobody here wrote (zenity); a notification area for the tray
 # menu's tests (trayer); what builds
-# and checks the packages (dpkg-shlibdeps, lintian, desktop-file-validate,
+# and checks the packages (dpkg-shlibdeps, lintian, man, desktop-file-validate,
 # appstreamcli, makensis, unzip); clang's libFuzzer and sanitizers for the
 # fuzz targets.
-test_packages=(clang-14 libclang-rt-14-dev dpkg-dev lintian desktop-file-utils appstream nsis unzip libgtest-dev libgmock-dev googletest
+test_packages=(clang-14 libclang-rt-14-dev dpkg-dev lintian man-db desktop-file-utils appstream nsis unzip libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng
                zenity at-spi2-core dbus-daemon dbus-bin trayer)

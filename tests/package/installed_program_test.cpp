@@ -68,8 +68,8 @@ TEST_F(InstalledProgramTest, StartsWithItsFilesInTheUsersFolderAndTheHotKeyShows
         << "the first-run files were not made in " << files;
     EXPECT_EQ(FilesIn(kRoot / "usr/bin"), installedBin) << "the program wrote beside itself";
     // The voice thread finds the recogniser in the package's private folder
-    // (through the program's run path, $ORIGIN/../lib/zirvel).
-    const std::string recogniser = (kRoot / "usr/bin/../lib/zirvel/libvosk.so").string();
+    // (through the program's run path, $ORIGIN/../<private library folder>).
+    const std::string recogniser = (kRoot / "usr/bin/.." / ZIRVEL_PRIVATE_LIBDIR / "libvosk.so").string();
     EXPECT_TRUE(WaitUntil(
         [&] {
             std::ifstream output(home_ / "output.txt");
