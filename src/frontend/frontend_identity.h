@@ -17,5 +17,6 @@ inline const QString kVersion = QString::fromLatin1(update::kVersion);
 // Keys of the front-end's settings.
 inline const QString kThemeKey = QStringLiteral("theme");
 inline const QString kLastWheelFileKey = QStringLiteral("lastWheelFile");
+inline const QString kEditorColumnsKey = QStringLiteral("editorColumns");
 
 }  // namespace zirvel::frontend

@@ -28,6 +28,7 @@
 #include "frontend/frontend_identity.h"
 #include "frontend/icon_picker_dialog.h"
 #include "frontend/program_folders.h"
+#include "frontend/remembered_division.h"
 #include "frontend/step_key_names.h"
 #include "frontend/themes.h"
 #include "frontend/wheel_preview.h"
@@ -66,8 +67,8 @@ WheelEditorPage::WheelEditorPage(QWidget* parent) : QWidget(parent) {
     layout->addLayout(buildToolRow());
 
     // Two columns fit the window's 860 px: the wheels with their preview,
-    // and the function. The user shares the width out between them; a
-    // wider window goes to the function.
+    // and the function. The user shares the width out between them, and
+    // the next session keeps that; a wider window goes to the function.
     columns_ = new QSplitter(Qt::Horizontal, this);
     columns_->setObjectName(QStringLiteral("columns"));
     columns_->setChildrenCollapsible(false);
@@ -77,6 +78,7 @@ WheelEditorPage::WheelEditorPage(QWidget* parent) : QWidget(parent) {
     columns_->setStretchFactor(0, 0);
     columns_->setStretchFactor(1, 1);
     columns_->setSizes({250, 400});
+    RememberDivision(columns_, kEditorColumnsKey);
     layout->addWidget(columns_, 1);
 
     setTabOrderAndNames();

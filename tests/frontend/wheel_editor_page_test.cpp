@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -169,6 +170,7 @@ private:
 private slots:
     void init() {
         FrontendSettings().remove(zirvel::frontend::kLastWheelFileKey);
+        FrontendSettings().remove(zirvel::frontend::kEditorColumnsKey);
         dir_ = std::make_unique<QTemporaryDir>();
         QVERIFY(dir_->isValid());
         page_ = std::make_unique<WheelEditorPage>();
@@ -851,6 +853,39 @@ private slots:
         QCOMPARE(Button("stepDownButton")->accessibleName(), QStringLiteral("Przesuń krok w dół"));
         QCOMPARE(Button("colorButton")->accessibleName(), QStringLiteral("Kolor pola"));
         QCOMPARE(Child<QSpinBox>("delaySpin")->accessibleName(), QStringLiteral("Odstęp między krokami [ms]"));
+    }
+
+    void theColumnsDivisionComesBackInTheNextSession() {
+        // As wide as the main window, so both columns have room to give.
+        const auto showAtWindowSize = [this] {
+            page_->show();
+            page_->resize(820, 470);
+            QCoreApplication::processEvents();
+        };
+        showAtWindowSize();
+        auto* columns = Child<QSplitter>("columns");
+        const QList<int> initial = columns->sizes();
+        QSplitterHandle* handle = columns->handle(1);
+        const QPoint grip = handle->rect().center();
+        QTest::mousePress(handle, Qt::LeftButton, {}, grip);
+        // Two steps of 40 px; positions are the handle's own, and it follows.
+        QTest::mouseMove(handle, grip + QPoint(40, 0));
+        QTest::mouseMove(handle, grip + QPoint(40, 0));
+        QVERIFY2(FrontendSettings().value(zirvel::frontend::kEditorColumnsKey).isNull(),
+                 "saved before the handle was let go");
+        QTest::mouseRelease(handle, Qt::LeftButton, {}, grip);
+        const QList<int> dragged = columns->sizes();
+        QCOMPARE(dragged[0], initial[0] + 80);
+
+        page_ = std::make_unique<WheelEditorPage>();
+        showAtWindowSize();
+        QCOMPARE(Child<QSplitter>("columns")->sizes(), dragged);
+
+        // Without a saved division, the page starts with its own.
+        FrontendSettings().remove(zirvel::frontend::kEditorColumnsKey);
+        page_ = std::make_unique<WheelEditorPage>();
+        showAtWindowSize();
+        QCOMPARE(Child<QSplitter>("columns")->sizes(), initial);
     }
 };
 
