@@ -53,4 +53,11 @@ bool PrepareAccessibilityConnection() {
     return true;
 }
 
+void KeepApplicationOnScanContext(AtspiAccessible* node) {
+    if (!node || !atspiContext) return;
+    AtspiApplication* application = ATSPI_OBJECT(node)->app;
+    // A connection already on the context stays as it is.
+    if (application && application->bus) atspi_dbus_connection_setup_with_g_main(application->bus, atspiContext);
+}
+
 }  // namespace zirvel::x11

@@ -4,6 +4,8 @@
 // own, so that it never competes with the GUI thread's event loop.
 #pragma once
 
+#include <atspi/atspi.h>
+
 namespace zirvel::x11 {
 
 // Sets libatspi up on first use (false when there is no session bus or no
@@ -12,6 +14,14 @@ namespace zirvel::x11 {
 // applications, their children and states current. Call before each scan,
 // from the scanning thread; never from two threads at once.
 bool PrepareAccessibilityConnection();
+
+// libatspi talks to an application that offers it over a private
+// connection, which it hands to the process's default main context: the
+// GUI thread's event loop. That loop then reads the answers a scan waits
+// for, and the scan sits out the whole call timeout (1.5 s, up to three
+// times a scan with a browser). This moves the connection of `node`'s
+// application over to the scans' own context. From the scanning thread.
+void KeepApplicationOnScanContext(AtspiAccessible* node);
 
 // How long one call to an application may take, and the bound on a whole
 // scan: an application that does not answer delays a scan, never hangs it.

@@ -246,13 +246,17 @@ AccessibleRef FindApplication(pid_t pid, ScanBudget& budget) {
     for (int i = 0; i < count && !budget.Spent(); ++i) {
         AccessibleRef application = Child(desktop.get(), i);
         if (!application) continue;
+        KeepApplicationOnScanContext(application.get());
         GError* error = nullptr;
         const guint owner = atspi_accessible_get_process_id(application.get(), &error);
         if (error) {
             g_error_free(error);
             continue;
         }
-        if (static_cast<pid_t>(owner) == pid) return application;
+        if (static_cast<pid_t>(owner) != pid) continue;
+        // Its private connection may have come while this scan waited.
+        KeepApplicationOnScanContext(application.get());
+        return application;
     }
     return {};
 }
