@@ -145,6 +145,13 @@ protected:
         return std::make_unique<ChildProcess>(command, ApplicationEnvironment(), folder_ / "output.txt");
     }
 
+    // A zenity question titled `title`, with the input focus once it shows.
+    std::unique_ptr<ChildProcess> StartFocusedQuestion(const std::string& title) {
+        std::unique_ptr<ChildProcess> zenity = Start({"zenity", "--question", "--title=" + title, "--text=Czy?"});
+        if (const Window window = WaitForWindow(title)) Focus(window);
+        return zenity;
+    }
+
     std::filesystem::path folder_;
 };
 
@@ -214,10 +221,7 @@ TEST_F(AtspiScannerTest, ZenityListNumbersItsRowsTopToBottom) {
 // (GTK offers one). Scans from another thread must still get their answers
 // at once, not after the call timeout.
 TEST_F(AtspiScannerTest, AnEventLoopOnTheDefaultContextLeavesScansTheirAnswers) {
-    std::unique_ptr<ChildProcess> zenity = Start({"zenity", "--question", "--title=Pętla", "--text=Czy?"});
-    const Window window = WaitForWindow("Pętla");
-    ASSERT_NE(window, 0u);
-    Focus(window);
+    std::unique_ptr<ChildProcess> zenity = StartFocusedQuestion("Pętla");
     ASSERT_EQ(ScanFor(ElementScanMode::ForegroundWindow, 3).elements.size(), 3u) << "the dialog has no elements";
 
     // A busy GUI thread: it looks at the default context's connections
@@ -244,10 +248,7 @@ TEST_F(AtspiScannerTest, AnEventLoopOnTheDefaultContextLeavesScansTheirAnswers) 
 // Without a session bus a scan finds nothing, at once, and the process
 // goes on; the area is still the monitor's.
 TEST_F(AtspiScannerTest, WithoutASessionBusAScanFindsNothing) {
-    std::unique_ptr<ChildProcess> zenity = Start({"zenity", "--question", "--title=Bez szyny", "--text=Czy?"});
-    const Window window = WaitForWindow("Bez szyny");
-    ASSERT_NE(window, 0u);
-    Focus(window);
+    std::unique_ptr<ChildProcess> zenity = StartFocusedQuestion("Bez szyny");
     ASSERT_EQ(ScanFor(ElementScanMode::ForegroundWindow, 3).elements.size(), 3u) << "the dialog has no elements";
     const auto start = std::chrono::steady_clock::now();
     ChildProcess scan({ZIRVEL_SCAN_ONCE},
