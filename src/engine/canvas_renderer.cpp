@@ -1,6 +1,8 @@
 #include "engine/canvas_renderer.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "engine/engine_state.h"
 #include "engine/icon_cache.h"
@@ -12,10 +14,23 @@
 namespace zirvel {
 namespace {
 
+// A grid picture is decided by these alone.
+struct GridPictureKey {
+    ScreenRect area;
+    std::int32_t level = 0;
+    std::uint32_t segmentColor = 0;
+    bool operator==(const GridPictureKey&) const = default;
+};
+
 struct InstalledCanvases {
     explicit InstalledCanvases(CanvasFactory& f) : factory(f), icons(f) {}
     CanvasFactory& factory;
     IconCache icons;
+    // The grid picture the grid surface holds, if it holds one: the
+    // surface keeps its picture while hidden, so showing the same grid
+    // again draws and hands over nothing (a full-screen picture costs
+    // milliseconds of both).
+    std::optional<GridPictureKey> gridSurfaceHolds;
 };
 
 std::unique_ptr<InstalledCanvases> installed;
@@ -31,23 +46,28 @@ void PresentWheel(EngineState& engine) {
 // moves and resizes to it. An area below one pixel keeps the previous
 // picture.
 template <typename Draw>
-void PresentOnGridSurface(EngineState& engine, const ScreenRect& area, Draw draw) {
-    if (area.Width() < 1 || area.Height() < 1) return;
+bool PresentOnGridSurface(EngineState& engine, const ScreenRect& area, Draw draw) {
+    if (area.Width() < 1 || area.Height() < 1) return false;
     auto canvas = installed->factory.CreateCanvas(area.Width(), area.Height());
     draw(*canvas);
     engine.platform->PresentPicture(Surface::Grid, {area.left, area.top}, canvas->TakePicture());
+    return true;
 }
 
 void PresentGrid(EngineState& engine) {
-    PresentOnGridSurface(engine, engine.gridRect, [&](Canvas& canvas) {
+    const GridPictureKey key{engine.gridRect, engine.gridLevel, engine.Settings().segmentColor};
+    if (installed->gridSurfaceHolds == key) return;
+    const bool presented = PresentOnGridSurface(engine, engine.gridRect, [&](Canvas& canvas) {
         DrawGrid(canvas, engine.gridRect, engine.gridLevel, engine.Settings().segmentColor);
     });
+    if (presented) installed->gridSurfaceHolds = key;
 }
 
 void PresentHints(EngineState& engine) {
-    PresentOnGridSurface(engine, engine.hintArea, [&](Canvas& canvas) {
+    const bool presented = PresentOnGridSurface(engine, engine.hintArea, [&](Canvas& canvas) {
         DrawHints(canvas, engine.hintArea, engine.hintRects, engine.Settings().segmentColor);
     });
+    if (presented) installed->gridSurfaceHolds.reset();
 }
 
 }  // namespace

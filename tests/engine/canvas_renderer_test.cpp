@@ -78,6 +78,38 @@ TEST_F(CanvasRendererTest, TheGridPictureCoversTheGridAreaAndFollowsIt) {
     EXPECT_EQ(OperationsOf(factory_.LastFrame(), Op::FillRectangle).size(), 4u);
 }
 
+// The grid window keeps its picture while hidden: the same grid shown
+// again is neither drawn nor handed over again, a different one is.
+TEST_F(CanvasRendererTest, TheSameGridShownAgainKeepsThePictureItHas) {
+    platform_.SetCursor({100, 100});
+    Start();
+    const auto presents = [this] { return platform_.SurfaceAt(zirvel::Surface::Grid).presentCount; };
+    zirvel::ShowGrid();
+    zirvel::HideGrid();
+    zirvel::ShowGrid();
+    EXPECT_EQ(presents(), 1);
+    EXPECT_EQ(factory_.FrameCount(), 1u);
+    EXPECT_TRUE(platform_.SurfaceAt(zirvel::Surface::Grid).visible);
+    EXPECT_EQ(engine().gridRedraws, 2);
+
+    zirvel::NarrowGrid(7);
+    zirvel::ShowGrid();  // back to the whole monitor
+    EXPECT_EQ(presents(), 3);
+    EXPECT_EQ(platform_.SurfaceAt(zirvel::Surface::Grid).rect, (zirvel::ScreenRect{0, 0, 1920, 1080}));
+
+    // Hints take the same window: the grid after them is drawn again.
+    auto result = std::make_unique<zirvel::ElementScanResult>();
+    result->area = {100, 50, 900, 650};
+    result->elements = {{120, 60, 220, 90}};
+    engine().hintScanRunning = 1;
+    zirvel::HandleElementScanResult(std::move(result));
+    EXPECT_EQ(presents(), 4);
+    zirvel::ShowGrid();
+    EXPECT_EQ(presents(), 5);
+    EXPECT_EQ(platform_.SurfaceAt(zirvel::Surface::Grid).rect, (zirvel::ScreenRect{0, 0, 1920, 1080}));
+    EXPECT_EQ(OperationsOf(factory_.LastFrame(), Op::FillRectangle).size(), 16u);
+}
+
 TEST_F(CanvasRendererTest, AGridAreaBelowOnePixelKeepsThePreviousPicture) {
     platform_.SetMonitors({{0, 0, 4, 4}});
     platform_.SetCursor({0, 0});

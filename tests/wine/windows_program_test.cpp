@@ -10,6 +10,7 @@
 #include <fstream>
 #include <thread>
 
+#include "program_windows.h"
 #include "wine_session.h"
 
 namespace zirvel_test {
@@ -248,6 +249,21 @@ TEST_F(WindowsProgramTest, TheGridPutsTheCursorAtTheCentresAndClicksThere) {
     EXPECT_EQ(down->substr(0, 25), "button left down 800 384 ");
     EXPECT_TRUE(session_.WaitForLine("button left up 800 384 ", 5000ms));
     EXPECT_EQ(session_.RunTool("zirvel-say.exe", "to nie jest komenda"), 1);
+}
+
+// The grid window keeps its picture while hidden; shown again, the same
+// grid looks exactly as it did.
+TEST_F(WindowsProgramTest, TheGridShownAgainLooksAsItDid) {
+    XConnection& user = session_.User();
+    const XConnection::Geometry screen{0, 0, 1280, 1024};
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0);
+    ASSERT_TRUE(WaitUntil([&] { return user.Pointer() == std::make_pair(640, 512); }, 3000ms));
+    const std::uint64_t grid = SettledChecksum(user, screen);
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "schowaj siatkę"), 0);
+    EXPECT_TRUE(WaitUntil([&] { return user.ScreenChecksum(screen) != grid; }, 3000ms)) << "the grid did not hide";
+    EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0);
+    EXPECT_TRUE(WaitUntil([&] { return user.ScreenChecksum(screen) == grid; }, 3000ms))
+        << "the grid shown again differs from the first";
 }
 
 TEST_F(WindowsProgramTest, ActivatingAFileAnswersWhetherAWheelWasTaken) {

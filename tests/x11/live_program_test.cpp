@@ -207,6 +207,21 @@ TEST_F(LiveProgramTest, GridPhrasesPutThePointerAtTheCentresAndClickThere) {
     EXPECT_EQ(program_.Say("to nie jest komenda"), 1);
 }
 
+// The grid window keeps its picture while hidden; shown again, the same
+// grid looks exactly as it did.
+TEST_F(LiveProgramTest, TheGridShownAgainLooksAsItDid) {
+    StartProgram();
+    const XConnection::Geometry screen{0, 0, 1920, 1080};
+    EXPECT_EQ(program_.Say("pokaż siatkę"), 0);
+    ASSERT_TRUE(WaitUntil([this] { return user_.Pointer() == std::make_pair(960, 540); }, 2000ms));
+    const std::uint64_t grid = SettledChecksum(user_, screen);
+    EXPECT_EQ(program_.Say("schowaj siatkę"), 0);
+    EXPECT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(screen) != grid; }, 2000ms)) << "the grid did not hide";
+    EXPECT_EQ(program_.Say("pokaż siatkę"), 0);
+    EXPECT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(screen) == grid; }, 2000ms))
+        << "the grid shown again differs from the first";
+}
+
 TEST_F(LiveProgramTest, TheControlSocketActivatesAWheelsFileAndRefusesOneWithoutFunctions) {
     StartProgram();
     const auto games = program_.Directory() / "games.json";
