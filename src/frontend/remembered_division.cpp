@@ -4,6 +4,8 @@
 #include <QSettings>
 #include <QSplitter>
 
+#include <utility>
+
 #include "frontend/frontend_identity.h"
 
 namespace zirvel::frontend {
