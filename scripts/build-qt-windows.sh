@@ -43,13 +43,24 @@ if [[ -f "$archive" && -f "$archive.sha256" ]]; then
 fi
 
 # From source. apt-get source needs deb-src entries for the suites the
-# machine already uses: derive them from its deb entries when missing.
+# machine already uses (derived from its deb entries when missing) and
+# their package lists, and an exact version: it takes no wildcard.
 as_root=()
 [[ $(id -u) -eq 0 ]] || as_root=(sudo)
-if ! grep -rqs '^Types:.*deb-src\|^deb-src ' /etc/apt/sources.list /etc/apt/sources.list.d/; then
-  sed 's/^Types: deb$/Types: deb-src/' /etc/apt/sources.list.d/debian.sources |
-    "${as_root[@]}" tee /etc/apt/sources.list.d/zirvel-deb-src.sources >/dev/null
+source_version() {
+  apt-cache showsrc qt6-base 2>/dev/null | sed -n "s/^Version: \($version[^ ]*\)\$/\1/p" | head -n 1
+}
+if [[ -z $(source_version) ]]; then
+  if ! grep -rqs '^Types:.*deb-src\|^deb-src ' /etc/apt/sources.list /etc/apt/sources.list.d/; then
+    sed 's/^Types: deb$/Types: deb-src/' /etc/apt/sources.list.d/debian.sources |
+      "${as_root[@]}" tee /etc/apt/sources.list.d/zirvel-deb-src.sources >/dev/null
+  fi
   "${as_root[@]}" apt-get update -qq
+fi
+exact_version=$(source_version)
+if [[ -z $exact_version ]]; then
+  echo "build-qt-windows: no source package of qt6-base $version in the machine's package sources" >&2
+  exit 1
 fi
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
   dpkg-dev qt6-base-dev qt6-base-dev-tools g++-mingw-w64-x86-64-posix cmake ninja-build </dev/null
@@ -70,7 +81,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 TOOLCHAIN
-(cd "$work" && apt-get source -qq "qt6-base=$version*" >/dev/null)
+(cd "$work" && apt-get source -qq "qt6-base=$exact_version" >/dev/null)
 source_dir=$(find "$work" -maxdepth 1 -type d -name 'qt6-base-*' | head -n 1)
 cmake -G Ninja -S "$source_dir" -B "$work/build" \
   -DCMAKE_TOOLCHAIN_FILE="$work/mingw.cmake" \
