@@ -6,7 +6,7 @@
 #   build-qt-windows.sh            prints the Qt prefix (bin/, lib/cmake/, plugins/)
 # A ready archive of exactly this build is unpacked instead of building when
 # its checksum matches (ZIRVEL_QT_ARCHIVE, default ../shared/cache/); without
-# it the build from source takes about 40 minutes on two cores.
+# it the build from source takes about 30 minutes on two cores.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
