@@ -58,7 +58,7 @@ void PresentGrid(EngineState& engine) {
     const GridPictureKey key{engine.gridRect, engine.gridLevel, engine.Settings().segmentColor};
     if (installed->gridSurfaceHolds == key) return;
     const bool presented = PresentOnGridSurface(engine, engine.gridRect, [&](Canvas& canvas) {
-        DrawGrid(canvas, engine.gridRect, engine.gridLevel, engine.Settings().segmentColor);
+        DrawGrid(canvas, key.area, key.level, key.segmentColor);
     });
     if (presented) installed->gridSurfaceHolds = key;
 }
