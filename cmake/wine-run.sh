@@ -17,12 +17,16 @@ export WINEARCH=win64
 export WINEDLLOVERRIDES="mscoree,mshtml="
 export LC_ALL=C.UTF-8
 
+for program in Xvfb wine; do
+  command -v "$program" >/dev/null ||
+    { echo "wine-run: $program is not installed; scripts/install-dependencies.sh test installs it" >&2; exit 1; }
+done
 wine_bin=$(command -v wine64 || command -v wine)
 
 start_private_x() {
   local fd_file
   fd_file=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$fd_file" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -noreset -screen 0 1280x1024x24 -nolisten tcp 3>"$fd_file" >/dev/null 2>&1 &
   xvfb_pid=$!
   for _ in $(seq 1 100); do
     [[ -s "$fd_file" ]] && break

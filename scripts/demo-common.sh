@@ -30,7 +30,7 @@ JSON
 start_private_display() {
   mkdir -p "$out/framebuffer"
   exec 3>"$out/display-number"
-  Xvfb -displayfd 3 -fbdir "$out/framebuffer" -screen 0 1280x800x24 -nolisten tcp +extension RANDR 2>/dev/null &
+  Xvfb -displayfd 3 -noreset -fbdir "$out/framebuffer" -screen 0 1280x800x24 -nolisten tcp +extension RANDR 2>/dev/null &
   xvfb=$!
   exec 3>&-
   for _ in $(seq 100); do [[ -s "$out/display-number" ]] && break; sleep 0.05; done

@@ -4,6 +4,7 @@
 #   install-dependencies.sh test   building both platforms and running tests
 #   install-dependencies.sh demo   the demo on a private X server
 #   install-dependencies.sh demo-windows   the Windows program's demo under Wine
+#   install-dependencies.sh fresh-machine  the fresh-machine check (a new Debian root)
 # Uses sudo when not root; never asks questions.
 set -euo pipefail
 
@@ -21,30 +22,37 @@ build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-
 # A private sound server without a sound card and Polish speech for the
 # voice tests; for the hint tests a private session bus (dbus-daemon,
 # dbus-send) that starts the accessibility bus (at-spi2-core), and a GTK
-# dialog nobody here wrote (zenity); a notification area for the tray
-# menu's tests (trayer); what builds
+# dialog nobody here wrote (zenity); a window manager whose active window
+# the element scan follows (openbox); a notification area for the tray
+# menu's tests (trayer); a Wayland compositor without a screen (weston) and
+# Qt's Wayland backend (qt6-wayland), with which Qt would put the windows
+# of a program in a Wayland session on Wayland; what builds
 # and checks the packages (dpkg-shlibdeps, lintian, man, desktop-file-validate,
 # appstreamcli, makensis, unzip); clang's libFuzzer and sanitizers for the
 # fuzz targets.
 test_packages=(clang-14 libclang-rt-14-dev dpkg-dev lintian man-db desktop-file-utils appstream nsis unzip libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng
-               zenity at-spi2-core dbus-daemon dbus-bin trayer)
+               zenity at-spi2-core dbus-daemon dbus-bin openbox trayer
+               weston qt6-wayland)
 
 demo_packages=(xvfb xcompmgr x11-apps x11-xserver-utils xdotool xterm netpbm)
 # The Windows demo: the cross compiler, Wine, and a tray host for Wine's icons.
 windows_demo_packages=(g++-mingw-w64-x86-64-posix wine wine64 trayer)
+# The fresh-machine check: a new Debian root to run the test command in.
+fresh_machine_packages=(debootstrap git)
 
 case "${1:-}" in
   run)  wanted=("${build_packages[@]}") ;;
   demo) wanted=("${build_packages[@]}" "${demo_packages[@]}") ;;
   demo-windows) wanted=("${build_packages[@]}" "${demo_packages[@]}" "${windows_demo_packages[@]}") ;;
   test) wanted=("${build_packages[@]}" "${test_packages[@]}") ;;
-  *) echo "usage: $0 run|test|demo|demo-windows" >&2; exit 2 ;;
+  fresh-machine) wanted=("${fresh_machine_packages[@]}") ;;
+  *) echo "usage: $0 run|test|demo|demo-windows|fresh-machine" >&2; exit 2 ;;
 esac
 
 # npm may come with Node.js from elsewhere; Debian's only when there is none.
-command -v npm >/dev/null || wanted+=(npm)
+[[ $1 == fresh-machine ]] || command -v npm >/dev/null || wanted+=(npm)
 
 missing=()
 for package in "${wanted[@]}"; do

@@ -53,6 +53,18 @@ zirvel::app::ControlHandlers ControlHandlers() {
     return handlers;
 }
 
+// The engine talks X11, so Qt must draw its windows there too: in a Wayland
+// session Qt would pick its Wayland backend, the wheel would become an
+// ordinary window that takes the focus, and the hot key's grab would never
+// see the second press. A choice the user made stays. True when the
+// variable was set here, to be dropped once Qt has read it, so that the
+// programs a wheel starts choose for themselves.
+bool ChooseQtOnX11() {
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return false;
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    return true;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -63,7 +75,9 @@ int main(int argc, char* argv[]) {
                      std::getenv("DISPLAY") ? std::getenv("DISPLAY") : "not set");
         return 1;
     }
+    const bool qtOnX11Chosen = ChooseQtOnX11();
     QApplication application(argc, argv);
+    if (qtOnX11Chosen) qunsetenv("QT_QPA_PLATFORM");
     const frontend::ProgramFolders folders = frontend::ProgramFoldersForThisProcess();
     if (!frontend::UseProgramFolders(folders)) {
         std::fprintf(stderr, "Zirvel: cannot create the folder %s for its files.\n", qPrintable(folders.files));

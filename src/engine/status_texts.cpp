@@ -5,10 +5,19 @@ namespace {
 
 constexpr const char16_t* kInitialisationError = u"błąd inicjalizacji";
 
+// A missing library is named by its file on the platform the program runs on.
+#ifdef _WIN32
+constexpr const char16_t* kNoTrackerLibrary = u"brak tobii_stream_engine.dll (zainstaluj oprogramowanie Tobii)";
+constexpr const char16_t* kNoSpeechLibrary = u"brak libvosk.dll";
+#else
+constexpr const char16_t* kNoTrackerLibrary = u"brak libtobii_stream_engine.so (zainstaluj oprogramowanie Tobii)";
+constexpr const char16_t* kNoSpeechLibrary = u"brak libvosk.so";
+#endif
+
 constexpr const char16_t* kGazeTexts[] = {
     u"wyłączony (gazeEnabled = false)",
     u"szukanie urządzenia…",
-    u"brak tobii_stream_engine.dll (zainstaluj oprogramowanie Tobii)",
+    kNoTrackerLibrary,
     u"nie wykryto urządzenia",
     u"aktywny",
 };
@@ -17,7 +26,7 @@ constexpr const char16_t* kGazeTexts[] = {
 constexpr const char16_t* kVoiceTexts[] = {
     u"wyłączony (voiceEnabled = false)",
     u"ładowanie modelu…",
-    u"brak libvosk.dll",
+    kNoSpeechLibrary,
     u"brak katalogu modelu języka",
     u"brak mikrofonu",
     u"aktywny",

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "config/classic_text.h"
 #include "config/utf.h"
+#include "voice/phrase_letters.h"
 
 namespace zirvel {
 namespace {
@@ -46,7 +46,7 @@ void AddFunctionPhrase(VoicePhraseTable& table, std::u16string_view phrase, std:
 
 std::string LowerVoicePhrase(std::u16string_view phrase) {
     std::u16string lowered(phrase);
-    for (char16_t& c : lowered) c = ClassicToLower(c);
+    for (char16_t& c : lowered) c = LowerPhraseLetter(c);
     return Utf16ToUtf8(lowered);
 }
 

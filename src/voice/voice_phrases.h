@@ -60,8 +60,8 @@ struct VoicePhraseTable {
     std::atomic<std::uint32_t> phraseGeneration{0};  // bumped after every rebuild
 };
 
-// A phrase as the table stores it: every UTF-16 unit through the runtime's
-// towlower in its default locale (ASCII letters only), then UTF-8.
+// A phrase as the table stores it: every letter lowered (LowerPhraseLetter,
+// Polish capitals included), then UTF-8.
 std::string LowerVoicePhrase(std::u16string_view phrase);
 
 // Appends one command entry (wheel and function -1) with the lowered phrase.

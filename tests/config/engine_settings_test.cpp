@@ -168,8 +168,19 @@ TEST_F(EngineSettingsTest, AConfigReplacedDuringReloadsIsReadWholeAndLeftAlone) 
             std::this_thread::sleep_for(std::chrono::microseconds(200));
         }
     });
+    // Each reload waits for a save it has not seen yet, so the reloads meet
+    // the saves however the threads are scheduled (bounded: 5 s each).
+    const auto savedAgain = [&saves](int seen) {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        while (saves.load() <= seen && std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+        return saves.load() > seen;
+    };
     int whole = 0;
+    int interleaved = 0;
     for (int reload = 0; reload < 100; ++reload) {
+        interleaved += savedAgain(saves.load());
         messages_.clear();
         configuration_.settings = EngineSettings{};
         LoadEngineConfiguration(configuration_, messages_);
@@ -178,7 +189,7 @@ TEST_F(EngineSettingsTest, AConfigReplacedDuringReloadsIsReadWholeAndLeftAlone) 
     }
     stop = true;
     editor.join();
-    EXPECT_GT(saves.load(), 0);
+    EXPECT_EQ(interleaved, 100) << "the editor stopped saving";
     EXPECT_EQ(whole, 100);
     const std::string last = ReadBytes(File("config.json"));
     EXPECT_TRUE(last == fast || last == slow) << "the engine changed the file";

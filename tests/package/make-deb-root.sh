@@ -6,6 +6,10 @@
 # AppStream file valid.
 #   make-deb-root.sh BUILD_DIR OUT_DIR      (OUT_DIR/root gets the files)
 set -euo pipefail
+for program in cpack dpkg-deb lintian man desktop-file-validate appstreamcli; do
+  command -v "$program" >/dev/null ||
+    { echo "$program is not installed; scripts/install-dependencies.sh test installs it" >&2; exit 1; }
+done
 build_dir=$1
 out_dir=$2
 rm -rf "$out_dir"

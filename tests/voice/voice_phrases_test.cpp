@@ -131,16 +131,20 @@ TEST(VoicePhrases, DuplicatesAreKept) {
     ExpectEntry(phrases[314], "skok", 0, kGlobalVoiceWheel, 0);
 }
 
-TEST(VoicePhrases, FunctionPhrasesAreLoweredInAsciiOnly) {
+TEST(VoicePhrases, FunctionPhrasesAreLoweredPolishCapitalsIncluded) {
     std::vector<Wheel> wheels = {WheelWithPhrases({u"Skok", u"ŁUK", u"ŻÓŁW W Górę"})};
     VoicePhraseTable table;
     RebuildVoicePhrases(table, wheels, GlobalFunctions({u"OTWÓRZ Pocztę"}));
     const std::vector<VoicePhrase> phrases = Snapshot(table);
     ASSERT_EQ(phrases.size(), 315u);
     EXPECT_EQ(phrases[311].text, "skok");
-    EXPECT_EQ(phrases[312].text, "Łuk");
-    EXPECT_EQ(phrases[313].text, "ŻÓŁw w górę");
-    EXPECT_EQ(phrases[314].text, "otwÓrz pocztę");
+    EXPECT_EQ(phrases[312].text, "łuk");
+    EXPECT_EQ(phrases[313].text, "żółw w górę");
+    EXPECT_EQ(phrases[314].text, "otwórz pocztę");
+}
+
+TEST(VoicePhrases, EveryPolishCapitalIsLowered) {
+    EXPECT_EQ(LowerVoicePhrase(u"ĄĆĘŁŃÓŚŹŻ Zażółć GĘŚLĄ Jaźń"), "ąćęłńóśźż zażółć gęślą jaźń");
 }
 
 TEST(VoicePhrases, AddLowersAndConvertsToUtf8) {
@@ -153,10 +157,10 @@ TEST(VoicePhrases, AddLowersAndConvertsToUtf8) {
     }
     const std::vector<VoicePhrase> phrases = Snapshot(table);
     ASSERT_EQ(phrases.size(), 3u);
-    ExpectEntry(phrases[0], "pokaż koŁo", 1, -1, -1);
+    ExpectEntry(phrases[0], "pokaż koło", 1, -1, -1);
     ExpectEntry(phrases[1], "", 42, -1, -1);
     ExpectEntry(phrases[2], "a\"b\\c", 7, -1, -1);
-    EXPECT_EQ(phrases[0].text, "pok\x61\xC5\xBC ko\xC5\x81o");
+    EXPECT_EQ(phrases[0].text, "pok\x61\xC5\xBC ko\xC5\x82o");
 }
 
 TEST(VoicePhrases, RebuildReplacesTheWholeTable) {

@@ -205,6 +205,20 @@ TEST_F(VoiceThreadTest, AFinalResultIsDispatched) {
     EXPECT_EQ(model.Last("accept "), "accept 3200 0 -1");
 }
 
+TEST_F(VoiceThreadTest, APhraseWrittenWithPolishCapitalsIsInTheGrammarInLowerCaseAndRuns) {
+    RebuildVoicePhrases(phrases_, {WheelWithPhrases({u"skok", u"Otwórz Żółtą Stronę"})}, {});
+    const StandInModel model = Model({"every 3", "result otwórz żółtą stronę"});
+    Start(model);
+    ASSERT_TRUE(WaitFor([this] { return !PostedMessages().empty(); }));
+    EXPECT_NE(model.Last("new_grm ").find("\"otwórz \xC5\xBC\xC3\xB3\xC5\x82t\xC4\x85 stron\xC4\x99\",\"[unk]\"]"),
+              std::string::npos)
+        << model.Last("new_grm ");
+    const std::vector<Posted> posted = PostedMessages();
+    EXPECT_EQ(posted[0].kind, EngineMessageKind::RunWheelFunction);
+    EXPECT_EQ(posted[0].first, 0);
+    EXPECT_EQ(posted[0].second, 1);
+}
+
 TEST_F(VoiceThreadTest, AnAcceptThatFaultsCountsAsNoResultAndListeningGoesOn) {
     const StandInModel model = Model({"fault accept 1", "result skok"});
     Start(model);

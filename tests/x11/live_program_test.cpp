@@ -13,6 +13,7 @@
 #include <fstream>
 #include <utility>
 
+#include "private_wayland_compositor.h"
 #include "program_windows.h"
 #include "x_session.h"
 
@@ -134,6 +135,65 @@ TEST_F(LiveProgramTest, TheHotKeyCountsWithNumLockButNotWithShift) {
     user_.PressKey(XK_F8);
     user_.HoldKey(XK_Shift_L, false);
     EXPECT_FALSE(WaitUntil([this] { return WheelShows(); }, 500ms));
+}
+
+// A layout switch, a new keyboard or a tool that uploads a keymap can move
+// the toggle key to another keycode: the hot key follows it.
+TEST_F(LiveProgramTest, TheHotKeyFollowsItsKeyToANewKeycodeAndLeavesTheOldOne) {
+    StartProgram();
+    const std::optional<std::pair<unsigned, unsigned>> moved = user_.MoveKeySymbol(XK_F8, XK_F9);
+    ASSERT_TRUE(moved) << "the test server's keymap has no free keycode";
+    const auto [oldKeycode, newKeycode] = *moved;
+    ASSERT_TRUE(WaitUntil([&] { return user_.KeyGrabbedByAnother(newKeycode); }, 3000ms))
+        << "the program did not grab the new keycode";
+    EXPECT_FALSE(user_.KeyGrabbedByAnother(oldKeycode)) << "the old keycode is still grabbed";
+
+    for (int round = 0; round < 2; ++round) {
+        user_.PressKeycode(newKeycode);
+        ASSERT_TRUE(WaitUntil([this] { return WheelShows(); }, 3000ms)) << "round " << round;
+        user_.PressKeycode(newKeycode);
+        ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms)) << "round " << round;
+    }
+    // The old keycode types for the application again.
+    ASSERT_TRUE(WaitUntil([this] { return application_.FocusedWindow() == application_.Id(); }, 2000ms));
+    const std::size_t pressesBefore = application_.Events(KeyPress).size();
+    user_.PressKeycode(oldKeycode);
+    EXPECT_TRUE(application_.WaitForEvents(KeyPress, pressesBefore + 1, 2000ms)) << "the old keycode is swallowed";
+    EXPECT_FALSE(WheelShows());
+}
+
+// In a Wayland session (XDG_SESSION_TYPE=wayland, a compositor at
+// WAYLAND_DISPLAY) Qt would choose its Wayland backend: the wheel must still
+// be an X11 overlay that the X11 hot key toggles. The same without a
+// compositor, where a session's variables name one that is gone.
+TEST_F(LiveProgramTest, InAWaylandSessionTheWheelIsAnX11OverlayAndTheHotKeyTogglesIt) {
+    PrivateWaylandCompositor compositor;
+    ASSERT_TRUE(compositor.Running()) << "weston did not start";
+    program_.AddEnvironment("XDG_SESSION_TYPE=wayland");
+    program_.AddEnvironment("WAYLAND_DISPLAY=" + compositor.SocketPath());
+    StartProgram();
+    for (int round = 0; round < 2; ++round) {
+        ShowWheel();
+        XWindowAttributes attributes{};
+        ASSERT_TRUE(XGetWindowAttributes(user_.Get(), user_.FindWindow(kWheelTitle), &attributes));
+        EXPECT_TRUE(attributes.override_redirect) << "round " << round;
+        user_.PressKey(XK_F8);
+        ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms)) << "round " << round;
+    }
+}
+
+TEST_F(LiveProgramTest, WithAWaylandSessionsVariablesButNoCompositorTheWheelIsAnX11Overlay) {
+    program_.AddEnvironment("XDG_SESSION_TYPE=wayland");
+    program_.AddEnvironment("WAYLAND_DISPLAY=zirvel-test-no-compositor");
+    StartProgram();
+    for (int round = 0; round < 2; ++round) {
+        ShowWheel();
+        XWindowAttributes attributes{};
+        ASSERT_TRUE(XGetWindowAttributes(user_.Get(), user_.FindWindow(kWheelTitle), &attributes));
+        EXPECT_TRUE(attributes.override_redirect) << "round " << round;
+        user_.PressKey(XK_F8);
+        ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms)) << "round " << round;
+    }
 }
 
 TEST_F(LiveProgramTest, RawMotionMovesTheVirtualCursorOnePixelPerCountWhileThePointerStaysPinned) {

@@ -11,10 +11,12 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <atomic>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <stdexcept>
 #include <string_view>
 #include <thread>
 
@@ -25,8 +27,27 @@ namespace {
 
 using namespace std::chrono_literals;
 
+// A test that needs a program nobody installed stops at once and says
+// which, instead of waiting for what the program would have done.
+void RequireInstalled(const std::string& program) {
+    if (program.find('/') != std::string::npos) {
+        if (access(program.c_str(), X_OK) == 0) return;
+    } else if (const char* path = std::getenv("PATH")) {
+        std::string_view folders(path);
+        while (!folders.empty()) {
+            const std::size_t end = std::min(folders.find(':'), folders.size());
+            const std::string candidate = std::string(folders.substr(0, end)) + "/" + program;
+            if (access(candidate.c_str(), X_OK) == 0) return;
+            folders.remove_prefix(std::min(end + 1, folders.size()));
+        }
+    }
+    throw std::runtime_error("the program " + program +
+                             " is not installed: scripts/install-dependencies.sh test installs it");
+}
+
 pid_t Spawn(const std::vector<std::string>& command, const std::vector<std::string>& environment,
             posix_spawn_file_actions_t* actions) {
+    RequireInstalled(command.at(0));
     std::vector<char*> arguments;
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
@@ -86,8 +107,10 @@ PrivateXServer::PrivateXServer(int width, int height, const std::filesystem::pat
     posix_spawn_file_actions_addclose(&actions, displayPipe[0]);
     posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
     const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
-    std::vector<std::string> command = {"Xvfb", "-displayfd", std::to_string(displayPipe[1]), "-screen", "0",
-                                        screen, "-nolisten", "tcp", "+extension", "RANDR"};
+    // -noreset: without it Xvfb resets when its last client leaves and
+    // refuses a client that connects at that moment.
+    std::vector<std::string> command = {"Xvfb", "-displayfd", std::to_string(displayPipe[1]), "-noreset", "-screen",
+                                        "0", screen, "-nolisten", "tcp", "+extension", "RANDR"};
     if (!framebufferFolder.empty()) {
         command.push_back("-fbdir");
         command.push_back(framebufferFolder.string());
@@ -204,11 +227,65 @@ XConnection::~XConnection() {
     if (display_) XCloseDisplay(display_);
 }
 
-void XConnection::PressKey(KeySym symbol) {
-    const KeyCode code = XKeysymToKeycode(display_, symbol);
-    XTestFakeKeyEvent(display_, code, True, CurrentTime);
-    XTestFakeKeyEvent(display_, code, False, CurrentTime);
+void XConnection::PressKey(KeySym symbol) { PressKeycode(XKeysymToKeycode(display_, symbol)); }
+
+void XConnection::PressKeycode(unsigned keycode) {
+    XTestFakeKeyEvent(display_, keycode, True, CurrentTime);
+    XTestFakeKeyEvent(display_, keycode, False, CurrentTime);
     XSync(display_, False);
+}
+
+std::optional<std::pair<unsigned, unsigned>> XConnection::MoveKeySymbol(KeySym symbol, KeySym left) {
+    int minKeycode = 0;
+    int maxKeycode = 0;
+    XDisplayKeycodes(display_, &minKeycode, &maxKeycode);
+    int perKeycode = 0;
+    KeySym* map = XGetKeyboardMapping(display_, static_cast<KeyCode>(minKeycode), maxKeycode - minKeycode + 1,
+                                      &perKeycode);
+    if (!map) return std::nullopt;
+    const auto typesNothing = [&](int keycode) {
+        const KeySym* row = map + static_cast<std::ptrdiff_t>(keycode - minKeycode) * perKeycode;
+        return std::all_of(row, row + perKeycode, [](KeySym s) { return s == NoSymbol; });
+    };
+    const unsigned oldKeycode = XKeysymToKeycode(display_, symbol);
+    unsigned newKeycode = 0;
+    for (int keycode = maxKeycode; keycode > minKeycode && newKeycode == 0; --keycode) {
+        if (typesNothing(keycode)) newKeycode = static_cast<unsigned>(keycode);
+    }
+    XFree(map);
+    if (oldKeycode == 0 || newKeycode == 0) return std::nullopt;
+    KeySym moved = symbol;
+    XChangeKeyboardMapping(display_, static_cast<int>(newKeycode), 1, &moved, 1);
+    XChangeKeyboardMapping(display_, static_cast<int>(oldKeycode), 1, &left, 1);
+    XSync(display_, False);
+    return std::pair{oldKeycode, newKeycode};
+}
+
+namespace {
+
+std::atomic<bool> accessRefused{false};
+
+int NoteAccessRefused(Display* display, XErrorEvent* error) {
+    if (error->error_code == BadAccess) {
+        accessRefused = true;
+        return 0;
+    }
+    return TolerateVanishedWindows(display, error);
+}
+
+}  // namespace
+
+bool XConnection::KeyGrabbedByAnother(unsigned keycode) {
+    XSync(display_, False);
+    accessRefused = false;
+    XErrorHandler previous = XSetErrorHandler(NoteAccessRefused);
+    XGrabKey(display_, static_cast<int>(keycode), 0, Root(), False, GrabModeAsync, GrabModeAsync);
+    XSync(display_, False);
+    const bool refused = accessRefused;
+    if (!refused) XUngrabKey(display_, static_cast<int>(keycode), 0, Root());
+    XSync(display_, False);
+    XSetErrorHandler(previous);
+    return refused;
 }
 
 void XConnection::HoldKey(KeySym symbol, bool down) {
@@ -441,9 +518,11 @@ ProgramUnderTest::~ProgramUnderTest() {
 }
 
 std::vector<std::string> ProgramUnderTest::Environment() const {
-    // Its own runtime folder and its own front-end settings, never the developer's.
+    // Its own runtime folder and its own front-end settings, never the
+    // developer's. No Qt platform: the program chooses its own, as it does
+    // for a user who set none.
     std::vector<std::string> variables{"DISPLAY=" + display_, "XDG_RUNTIME_DIR=" + (directory_ / "runtime").string(),
-                                       "XDG_CONFIG_HOME=" + (directory_ / "settings").string(), "QT_QPA_PLATFORM=xcb"};
+                                       "XDG_CONFIG_HOME=" + (directory_ / "settings").string(), "QT_QPA_PLATFORM="};
     // Never the developer's session bus either (the program switches its
     // accessibility on): a test that wants one passes its private bus.
     const bool ownBus = std::any_of(extraEnvironment_.begin(), extraEnvironment_.end(), [](const std::string& variable) {

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ namespace zirvel_test {
 
 // A fresh folder of the test's own in the temporary folder.
 std::filesystem::path ScratchDirectory(const std::string& prefix);
+
+// Every program these start must be installed: starting one that is not
+// throws std::runtime_error naming it and the command that installs it.
 
 // Xvfb on a display number it picks itself (-displayfd), with RandR. With
 // a framebuffer folder, Xvfb keeps its screen there as an XWD file: what a
@@ -79,7 +83,16 @@ public:
 
     // The user.
     void PressKey(KeySym symbol);
+    void PressKeycode(unsigned keycode);
     void HoldKey(KeySym symbol, bool down);
+    // The keyboard mapping changed as a layout switch or xmodmap would:
+    // `symbol` moves to a keycode that typed nothing, its old keycode then
+    // types `left`. The old and the new keycode, or nothing when the
+    // mapping has no free keycode or no such symbol.
+    std::optional<std::pair<unsigned, unsigned>> MoveKeySymbol(KeySym symbol, KeySym left);
+    // Whether a client holds a grab of `keycode` without modifiers on the
+    // root, seen from the BadAccess an attempt to grab it too gets.
+    bool KeyGrabbedByAnother(unsigned keycode);
     void MoveMouseBy(int dx, int dy);
     void MoveMouseTo(int x, int y);
     void ClickButton(unsigned button);

@@ -76,6 +76,16 @@ X11Platform::X11Platform() {
     }
     Bool detectable = False;
     XkbSetDetectableAutoRepeat(display_, True, &detectable);
+    // A layout switch, a new keyboard or an uploaded keymap can move the hot
+    // key to another keycode: these events say so.
+    int xkbOpcode = 0;
+    int xkbError = 0;
+    int xkbMajor = XkbMajorVersion;
+    int xkbMinor = XkbMinorVersion;
+    if (XkbQueryExtension(display_, &xkbOpcode, &xkbEventBase_, &xkbError, &xkbMajor, &xkbMinor)) {
+        constexpr unsigned kKeymapChanges = XkbNewKeyboardNotifyMask | XkbMapNotifyMask;
+        XkbSelectEvents(display_, XkbUseCoreKbd, kKeymapChanges, kKeymapChanges);
+    }
     activeWindowAtom_ = XInternAtom(display_, "_NET_ACTIVE_WINDOW", False);
     supportedAtom_ = XInternAtom(display_, "_NET_SUPPORTED", False);
     RefreshMonitors();
@@ -143,13 +153,21 @@ void X11Platform::HandleEvent(XEvent& event) {
         case MappingNotify: {
             std::lock_guard lock(xLock_);
             XRefreshKeyboardMapping(&event.xmapping);
-            InstallLiveKeyboardLayout(display_);
+            KeyboardMappingChanged();
             return;
         }
         case GenericEvent:
             HandleRawEvent(event);
             return;
         default:
+            if (xkbEventBase_ != 0 && event.type == xkbEventBase_) {
+                auto& xkb = reinterpret_cast<XkbEvent&>(event);
+                if (xkb.any.xkb_type != XkbMapNotify && xkb.any.xkb_type != XkbNewKeyboardNotify) return;
+                std::lock_guard lock(xLock_);
+                if (xkb.any.xkb_type == XkbMapNotify) XkbRefreshKeyboardMapping(&xkb.map);
+                KeyboardMappingChanged();
+                return;
+            }
             if (randrEventBase_ != 0 && event.type == randrEventBase_ + RRScreenChangeNotify) {
                 std::lock_guard lock(xLock_);
                 XRRUpdateConfiguration(&event);
@@ -239,10 +257,16 @@ bool X11Platform::RegisterHotKey(const KeyCode& key) {
     if (!Ready() || !key.valid || key.isMouse) return false;
     std::lock_guard lock(xLock_);
     const KeySymbol symbol = KeySymbolForVirtualKey(key.vk);
-    const unsigned keycode = symbol == kNoKeySymbol ? 0 : XKeysymToKeycode(display_, symbol);
+    if (!GrabHotKeyOn(symbol == kNoKeySymbol ? 0 : XKeysymToKeycode(display_, symbol))) return false;
+    hotKeySymbol_ = symbol;
+    return true;
+}
+
+bool X11Platform::GrabHotKeyOn(unsigned keycode) {
     if (keycode == 0) return false;
     GrabHotKey(false);
     hotKeycode_ = keycode;
+    hotKeyDown_ = false;
     XErrorTrap trap(display_);
     GrabHotKey(true);
     if (trap.Succeeded()) return true;
@@ -252,12 +276,26 @@ bool X11Platform::RegisterHotKey(const KeyCode& key) {
     return false;
 }
 
+void X11Platform::KeyboardMappingChanged() {
+    InstallLiveKeyboardLayout(display_);
+    if (hotKeySymbol_ == kNoKeySymbol) return;
+    const unsigned keycode = XKeysymToKeycode(display_, hotKeySymbol_);
+    if (keycode == hotKeycode_) return;
+    // The key moved: the grab follows it, and the old keycode types again.
+    if (!GrabHotKeyOn(keycode)) {
+        GrabHotKey(false);
+        hotKeycode_ = 0;
+        std::fprintf(stderr, "Zirvel: the hot key is on no key of the new keyboard mapping\n");
+    }
+}
+
 void X11Platform::UnregisterHotKey() {
     if (!Ready()) return;
     std::lock_guard lock(xLock_);
     XErrorTrap trap(display_);
     GrabHotKey(false);
     hotKeycode_ = 0;
+    hotKeySymbol_ = kNoKeySymbol;
     hotKeyDown_ = false;
 }
 

@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "engine/platform.h"
+#include "platform/x11/virtual_keys.h"
 
 class QSocketNotifier;
 struct _XDisplay;   // Xlib's Display; its headers stay out of Qt's way
@@ -86,6 +87,12 @@ private:
     void HandleEvent(_XEvent& event);
     void HandleRawEvent(_XEvent& event);
     void GrabHotKey(bool grab);
+    // Grabs the hot key on `keycode` instead of the one held; false (and no
+    // grab) when there is no such key or another program holds it.
+    bool GrabHotKeyOn(unsigned keycode);
+    // After a new keyboard mapping: the layout for typing is read again and
+    // the hot key's grab follows its key symbol to its new keycode.
+    void KeyboardMappingChanged();
     void RefreshMonitors();
     OverlayWindow& SurfaceWindow(Surface surface);
     XWindow ActiveWindowLocked();
@@ -97,6 +104,7 @@ private:
     mutable std::recursive_mutex xLock_;
     int xinputOpcode_ = 0;
     int randrEventBase_ = 0;
+    int xkbEventBase_ = 0;
     XAtom activeWindowAtom_ = 0;
     XAtom supportedAtom_ = 0;
 
@@ -105,6 +113,7 @@ private:
     QTimer wheelTimer_;
 
     unsigned hotKeycode_ = 0;
+    KeySymbol hotKeySymbol_ = kNoKeySymbol;  // what the hot key types; kept across mapping changes
     bool hotKeyDown_ = false;
 
     XWindow pinWindow_ = 0;  // 1 x 1 input-only window the grab confines to
