@@ -18,8 +18,8 @@ log="$root.log"
 "$repository/scripts/install-dependencies.sh" fresh-machine
 
 # The Debian mirror this machine's apt uses; the new root gets the same lists.
-mirror=$(grep -hoE '^(URIs:|deb) +[a-z]+://[^ ]+' /etc/apt/sources.list /etc/apt/sources.list.d/*.sources \
-           2>/dev/null | grep -v security | head -n1 | awk '{print $2}')
+mirror=$(cat /etc/apt/sources.list /etc/apt/sources.list.d/*.sources 2>/dev/null |
+           grep -oE '^(URIs:|deb) +[a-z]+://[^ ]+' | grep -v security | head -n1 | awk '{print $2}' || true)
 [[ -n "$mirror" ]] || { echo "fresh-machine-check: no Debian mirror in this machine's apt sources" >&2; exit 2; }
 
 unmount_all() {
