@@ -105,8 +105,10 @@ private slots:
         elapsed.start();
         const QString expected =
             QStringLiteral("wyłączony (voiceEnabled = false) · %1 fraz").arg(OverlayVoicePhraseCount());
-        QTRY_COMPARE_WITH_TIMEOUT(page.statusLabel()->text(), expected, 2000);
-        QVERIFY2(elapsed.elapsed() <= 1600, qPrintable(QString::number(elapsed.elapsed())));
+        // Within one refresh of 1.5 s; its timer may wake a little late on a
+        // busy machine, so half a second more is allowed.
+        QTRY_COMPARE_WITH_TIMEOUT(page.statusLabel()->text(), expected, 3000);
+        QVERIFY2(elapsed.elapsed() <= 2000, qPrintable(QString::number(elapsed.elapsed())));
     }
 
     void theSecondSwitchWritesVoiceGlobal() {
@@ -130,8 +132,9 @@ private slots:
         QVERIFY(WriteProgramFile(kGlobalCommands, GlobalCommands(QStringLiteral("lecz"))));
         VoicePage page(nullptr);
         QVERIFY(WriteProgramFile(kGlobalCommands, GlobalCommands(QStringLiteral("apteczka"))));
+        // Four refreshes of 1.5 s, and room for a busy machine's lateness.
         QTRY_COMPARE_WITH_TIMEOUT(Items(page.commandList()), QStringList{QStringLiteral("„apteczka” — Leczenie")},
-                                  6500);
+                                  7500);
     }
 
     void anUnreadableFileKeepsThePreviousList() {

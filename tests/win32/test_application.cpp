@@ -1,12 +1,13 @@
 // A stand-in for the game or application the user works in, for the live
 // tests under Wine. It covers most of the screen, and writes one line per
 // observation to the log file named on its command line:
-//   key down|up vk=HH scan=HH ext=0|1 t=MS     keys as the window receives them
+//   key down|up vk=HH scan=HH ext=0|1 t=MS     keys as the window receives them, with
+//                                               the time they were sent
 //   button left|right|middle|x1|x2 down|up X Y t=MS   at screen X, Y
 //   focus in|out                                keyboard focus of its window
 //   foreground CLASS|none                       the window class in the foreground
 //   engine up                                   the engine's main window exists
-//   wheel shown L T R B t=MS | wheel hidden t=MS
+//   wheel shown L T R B t=MS | wheel hidden t=MS after=MS (between the two)
 //   window Zirvel shown | window Zirvel hidden  the engine's help window
 //   box TITLE|TEXT                              a message box (then closed with OK)
 //   hotkey taken|refused                        with --take-hotkey
@@ -14,6 +15,9 @@
 //   control ID clicked|focus                    with --controls: a control was clicked
 // Lines of the file named by --commands are carried out once each:
 //   post-main MESSAGE WPARAM LPARAM             posted to the engine's main window
+//   sync-main N                                 sent to it (WM_NULL), then logged as
+//                                               "main answered N": its thread has
+//                                               finished what it was doing
 //   quit
 // Options: --take-hotkey VK (hex) registers that hot key first, --swap-buttons
 // swaps the mouse buttons for the session, --controls puts the controls of
@@ -83,9 +87,19 @@ std::wstring WindowText(HWND window) {
     return text;
 }
 
+// When the current message was made (GetMessageTime, 32 bits of the tick
+// count) on GetTickCount64's scale: a key's time is when it was sent, not
+// when this window came round to it.
+unsigned long long MessageTime() {
+    const unsigned long long now = GetTickCount64();
+    unsigned long long made = (now & ~0xFFFFFFFFull) | static_cast<DWORD>(GetMessageTime());
+    if (made > now) made -= 0x100000000ull;  // made before the low 32 bits wrapped
+    return made;
+}
+
 void LogKey(const char* direction, WPARAM wParam, LPARAM lParam) {
     Log("key %s vk=%02X scan=%02X ext=%d t=%llu", direction, static_cast<unsigned>(wParam),
-        static_cast<unsigned>((lParam >> 16) & 0xFF), static_cast<int>((lParam >> 24) & 1), GetTickCount64());
+        static_cast<unsigned>((lParam >> 16) & 0xFF), static_cast<int>((lParam >> 24) & 1), MessageTime());
 }
 
 void LogButton(const char* button, const char* direction, LPARAM lParam) {
@@ -126,6 +140,12 @@ void RunCommands() {
         if (std::sscanf(command.c_str(), "post-main %u %llu %lld", &message, &wParam, &lParam) == 3) {
             PostMessageW(FindWindowW(L"RadialOverlayMain", nullptr), message, static_cast<WPARAM>(wParam),
                          static_cast<LPARAM>(lParam));
+        } else if (unsigned long long number = 0; std::sscanf(command.c_str(), "sync-main %llu", &number) == 1) {
+            DWORD_PTR ignored = 0;
+            if (SendMessageTimeoutW(FindWindowW(L"RadialOverlayMain", nullptr), WM_NULL, 0, 0, SMTO_NORMAL, 5000,
+                                    &ignored) != 0) {
+                Log("main answered %llu", number);
+            }
         } else if (command.rfind("quit", 0) == 0) {
             PostQuitMessage(0);
         }
@@ -139,6 +159,7 @@ struct Watched {
     bool wheelShown = false;
     bool helpShown = false;
     bool gridShown = false;
+    unsigned long long lastLook = 0;  // GetTickCount64 of the last look
 };
 Watched watched;
 
@@ -180,9 +201,11 @@ void Watch() {
         GetWindowRect(wheel, &rect);
         Log("wheel shown %ld %ld %ld %ld t=%llu", rect.left, rect.top, rect.right, rect.bottom, GetTickCount64());
     } else if (!wheelShown && watched.wheelShown) {
-        Log("wheel hidden t=%llu", GetTickCount64());
+        // It went between the last look (after=) and this one (t=).
+        Log("wheel hidden t=%llu after=%llu", GetTickCount64(), watched.lastLook);
     }
     watched.wheelShown = wheelShown;
+    watched.lastLook = GetTickCount64();
     NoteForeground(GetForegroundWindow());
     EnumWindows(LogMessageBox, 0);
     RunCommands();

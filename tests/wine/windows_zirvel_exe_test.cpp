@@ -22,6 +22,7 @@ constexpr char kConfig[] = R"({"toggleKey": "x", "sendDelay": 60, "takeFocus": f
 constexpr char kWheels[] = R"({"wheels": [{"name": "Test", "actions": [{"name": "A", "key": "a"}]}]})";
 // The wheel's 588 x 460 window centred on Xvfb's one 1280 x 1024 monitor.
 constexpr char kWheelCentred[] = "wheel shown 346 282 934 742";
+constexpr XConnection::Geometry kWheelArea{346, 282, 588, 460};
 // The fluent theme's primary colour: the selected page in the sidebar and
 // each page's main button.
 constexpr std::uint32_t kPrimaryBlue = 0x185FA5;
@@ -212,9 +213,9 @@ TEST_F(ZirvelExeEditorTest, AktywujHandsTheEditorsFileToTheEngine) {
     ASSERT_TRUE(session_.WaitForLine("foreground ZirvelTestApplication", 5000ms, before));
     User().PressKey(XK_x);
     ExpectWheelShown(before);
-    std::this_thread::sleep_for(100ms);
-    User().MoveMouseBy(0, 100);
-    std::this_thread::sleep_for(60ms);
+    // Raw input and the hook are in place once the show's handler returned.
+    ASSERT_TRUE(session_.EngineCaughtUp()) << "the engine did not answer";
+    EXPECT_TRUE(MoveWheelCursor(User(), kWheelArea, 0, 100, 0, 100)) << "the wheel did not show the cursor moved";
     User().ClickButton(1);
     const auto key = session_.WaitForLine("key down", 5000ms, before);
     ASSERT_TRUE(key) << "the field typed nothing";

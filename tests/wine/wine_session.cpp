@@ -172,9 +172,16 @@ std::vector<std::string> WineSession::Log() const {
     std::vector<std::string> lines;
     std::ifstream file(directory_ / "application.log");
     std::string line;
-    while (std::getline(file, line)) lines.push_back(line);
     // A line still being written ends without its newline: not yet.
+    while (std::getline(file, line) && !file.eof()) lines.push_back(line);
     return lines;
+}
+
+bool WineSession::EngineCaughtUp(std::chrono::milliseconds timeout) {
+    const std::string number = std::to_string(++syncs_);
+    const std::size_t before = Log().size();
+    Command("sync-main " + number);
+    return WaitForLine("main answered " + number, timeout, before).has_value();
 }
 
 std::string WineSession::LogText() const {

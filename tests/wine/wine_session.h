@@ -62,6 +62,9 @@ public:
 
     // A line for the application's command file.
     void Command(const std::string& line);
+    // Waits until the engine's main thread has finished what it was doing
+    // (a message sent to its main window was answered).
+    bool EngineCaughtUp(std::chrono::milliseconds timeout = std::chrono::milliseconds(5000));
     void FocusApplication();
 
     // The application's log so far.
@@ -89,6 +92,7 @@ private:
     std::vector<std::unique_ptr<ChildProcess>> engines_;
     bool ready_ = false;
     std::vector<std::string> extraEnvironment_;
+    int syncs_ = 0;
 };
 
 // The value after "NAME=" in a log line such as "key down vk=51 t=200".

@@ -490,6 +490,18 @@ std::vector<TestApplication::Received> TestApplication::Events(int type) {
     return matching;
 }
 
+bool MoveWheelCursor(XConnection& user, const XConnection::Geometry& wheel, int dx, int dy, int x, int y) {
+    // The wheel is 588 x 460 with its centre at (294, 230); a point just
+    // inside the arrow's tip is white.
+    const std::uint64_t before = user.ScreenChecksum(wheel);
+    user.MoveMouseBy(dx, dy);
+    const int insideArrowX = wheel.x + 294 + x + 2;
+    const int insideArrowY = wheel.y + 230 + y + 6;
+    return WaitUntil(
+        [&] { return user.ScreenChecksum(wheel) != before && user.ScreenPixel(insideArrowX, insideArrowY) == 0xFFFFFF; },
+        std::chrono::milliseconds(3000));
+}
+
 // --- ProgramUnderTest --------------------------------------------------------------------
 
 ProgramUnderTest::ProgramUnderTest(const std::string& display, const std::string& config, const std::string& wheels)

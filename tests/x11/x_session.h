@@ -124,6 +124,12 @@ private:
     Display* display_ = nullptr;
 };
 
+// Plays raw motion (dx, dy) while a wheel shows in `wheel`, and waits at
+// most 3 s until the wheel has drawn again with its virtual cursor's white
+// arrow at (x, y) from the wheel's centre, where the motion should have put
+// it: a click then picks what the wheel shows.
+bool MoveWheelCursor(XConnection& user, const XConnection::Geometry& wheel, int dx, int dy, int x, int y);
+
 // A plain window that stands in for a game: it takes the focus and records
 // the key and button events that reach it.
 class TestApplication {
