@@ -181,9 +181,14 @@ TEST_F(ControlServerTest, AThousandClientsAtOnceAreEachAnswered) {
     constexpr int kClients = 1000;
     std::atomic<int> answered{0};
     Serve([&] {
+        // Each says its line as it connects (a server gives a client a
+        // while to speak, and a thousand take longer than that to connect);
+        // all are connected before the first answer is read.
         std::vector<std::unique_ptr<RawClient>> clients;
-        for (int i = 0; i < kClients; ++i) clients.push_back(std::make_unique<RawClient>(path_.toStdString()));
-        for (auto& client : clients) client->Send("say pokaż siatkę\n");
+        for (int i = 0; i < kClients; ++i) {
+            clients.push_back(std::make_unique<RawClient>(path_.toStdString()));
+            clients.back()->Send("say pokaż siatkę\n");
+        }
         for (auto& client : clients) answered += client->Answer(5s) == "1\n";
     }, 60s);
     EXPECT_EQ(answered.load(), kClients);

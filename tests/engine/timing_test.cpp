@@ -12,8 +12,10 @@ using zirvel::NullPlatform;
 constexpr char kFourFields[] = R"({"actions": [
   {"name": "up", "key": "a"}, {"name": "right", "key": "b"}, {"name": "down", "key": "c"}, {"name": "left", "key": "d"}]})";
 
-// How late a real-clock event may be: one wheel tick plus a loaded machine.
-constexpr std::uint64_t kRealTimeTolerance = 60;
+// How late a real-clock event may be: one wheel tick plus the late wake-ups
+// of a loaded machine (and of ThreadSanitizer or Wine). The virtual clock
+// checks the times exactly.
+constexpr std::uint64_t kRealTimeTolerance = 250;
 
 class TimingTest : public EngineTest, public ::testing::WithParamInterface<NullPlatform::Clock> {
 protected:
@@ -36,6 +38,14 @@ protected:
 
     std::vector<zirvel::InjectedInput> Injected() const { return platform_.Injected(); }
 
+    // Runs the clock for `ms`, and on the real clock on (at most 3 s more)
+    // until `count` events were injected; what was injected.
+    std::vector<zirvel::InjectedInput> InjectedWithin(std::uint64_t ms, std::size_t count) {
+        platform_.Advance(ms);
+        for (int extra = 0; !Virtual() && Injected().size() < count && extra < 300; ++extra) platform_.Advance(10);
+        return Injected();
+    }
+
     // Gaze at a point of the wheel window on the 1920 x 1080 primary screen
     // and keep the sample fresh for one tick.
     void GazeFor(int x, int y, std::uint64_t ms) {
@@ -51,8 +61,7 @@ TEST_P(TimingTest, StartDelayKeyHoldAndStepDelay) {
     Start(R"({"keyHold": 20})", R"({"actions": [{"name": "f", "delay": 100, "steps": [{"key": "a"}, {"key": "b"}]}]})");
     const std::uint64_t start = platform_.Now();
     zirvel::RunFunction(engine().Wheels()[0].functions[0], 150);
-    platform_.Advance(600);
-    const auto events = Injected();
+    const auto events = InjectedWithin(600, 4);
     ASSERT_EQ(events.size(), 4u);
     ExpectAfter(start, events[0].time, 150, "start delay");
     ExpectAfter(events[0].time, events[1].time, 20, "key hold");
@@ -64,8 +73,7 @@ TEST_P(TimingTest, RepeatedClicksAreKeyHoldApart) {
     Start(R"({"keyHold": 40})", R"({"actions": [{"name": "f", "steps": [{"key": "a", "value": 3}]}]})");
     const std::uint64_t start = platform_.Now();
     zirvel::RunFunction(engine().Wheels()[0].functions[0], 0);
-    platform_.Advance(400);
-    const auto events = Injected();
+    const auto events = InjectedWithin(400, 6);
     ASSERT_EQ(events.size(), 6u);
     ExpectAfter(start, events[0].time, 0, "first press");
     for (std::size_t i = 1; i < events.size(); ++i) ExpectAfter(events[i - 1].time, events[i].time, 40, "repeat");
@@ -74,8 +82,7 @@ TEST_P(TimingTest, RepeatedClicksAreKeyHoldApart) {
 TEST_P(TimingTest, HoldWithTimeReleasesAfterIt) {
     Start(R"({"keyHold": 20})", R"({"actions": [{"name": "f", "steps": [{"key": "shift", "action": "hold", "value": 250}]}]})");
     zirvel::RunFunction(engine().Wheels()[0].functions[0], 0);
-    platform_.Advance(500);
-    const auto events = Injected();
+    const auto events = InjectedWithin(500, 2);
     ASSERT_EQ(events.size(), 2u);
     ExpectAfter(events[0].time, events[1].time, 250, "hold time");
 }
@@ -84,8 +91,7 @@ TEST_P(TimingTest, MouseClickJobWaitsSixtyMilliseconds) {
     Start(R"({"keyHold": 30})");
     const std::uint64_t start = platform_.Now();
     zirvel::ClickMouse(zirvel::kMouseLeft, 1);
-    platform_.Advance(300);
-    const auto events = Injected();
+    const auto events = InjectedWithin(300, 2);
     ASSERT_EQ(events.size(), 2u);
     ExpectAfter(start, events[0].time, 60, "click wait");
     ExpectAfter(events[0].time, events[1].time, 30, "button hold");
@@ -95,8 +101,7 @@ TEST_P(TimingTest, VoiceFunctionWaitsAHundredMillisecondsWithTheWheelHidden) {
     Start(R"({"keyHold": 10, "sendDelay": 300})", kFourFields);
     const std::uint64_t start = platform_.Now();
     PostRun(platform_, zirvel::EngineMessageKind::RunWheelFunction, 0, 1);
-    platform_.Advance(400);
-    ASSERT_EQ(Injected().size(), 2u);
+    ASSERT_EQ(InjectedWithin(400, 2).size(), 2u);
     EXPECT_EQ(Injected()[0].vk, 'B');
     ExpectAfter(start, Injected()[0].time, 100, "hidden-wheel start delay");
 }
@@ -106,9 +111,8 @@ TEST_P(TimingTest, VoiceFunctionWaitsSendDelayAfterClosingTheWheel) {
     platform_.PressHotKey();
     const std::uint64_t start = platform_.Now();
     PostRun(platform_, zirvel::EngineMessageKind::RunWheelFunction, 0, 1);
-    platform_.Advance(500);
+    ASSERT_EQ(InjectedWithin(500, 2).size(), 2u);
     EXPECT_EQ(OverlayIsWheelVisible(), 0);
-    ASSERT_EQ(Injected().size(), 2u);
     ExpectAfter(start, Injected()[0].time, 300, "send delay");
 }
 

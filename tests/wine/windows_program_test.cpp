@@ -266,8 +266,11 @@ TEST_F(WindowsProgramTest, TheGridPutsTheCursorAtTheCentresAndClicksThere) {
 TEST_F(WindowsProgramTest, TheGridShownAgainLooksAsItDid) {
     XConnection& user = session_.User();
     const XConnection::Geometry screen{0, 0, 1280, 1024};
+    const std::uint64_t before = user.ScreenChecksum(screen);
     EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0);
     ASSERT_TRUE(WaitUntil([&] { return user.Pointer() == std::make_pair(640, 512); }, 3000ms));
+    // The grid as painted, not the screen before its first paint.
+    ASSERT_TRUE(WaitUntil([&] { return user.ScreenChecksum(screen) != before; }, 3000ms)) << "the grid did not show";
     const std::uint64_t grid = SettledChecksum(user, screen);
     EXPECT_EQ(session_.RunTool("zirvel-say.exe", "schowaj siatkę"), 0);
     EXPECT_TRUE(WaitUntil([&] { return user.ScreenChecksum(screen) != grid; }, 3000ms)) << "the grid did not hide";

@@ -104,10 +104,14 @@ TEST_F(ZirvelExeTest, TheMainWindowShowsFivePagesAndItsButtonShowsTheRealWheel) 
     SaveScreenshot("zirvel-exe-main-window.png");
 
     FocusSidebar();
-    std::set<std::uint64_t> pages{SettledChecksum(User(), area)};
-    for (int page = 1; page < 5; ++page) {
+    std::uint64_t page = SettledChecksum(User(), area);
+    std::set<std::uint64_t> pages{page};
+    for (int row = 1; row < 5; ++row) {
         User().PressKey(XK_Down);
-        pages.insert(SettledChecksum(User(), area));
+        // The next page as painted, not the last one before it was.
+        WaitUntil([&] { return User().ScreenChecksum(area) != page; }, 3000ms);
+        page = SettledChecksum(User(), area);
+        pages.insert(page);
     }
     EXPECT_EQ(pages.size(), 5u) << "the sidebar's rows do not show five different pages";
 
@@ -196,11 +200,13 @@ TEST_F(ZirvelExeEditorTest, AktywujHandsTheEditorsFileToTheEngine) {
     FocusSidebar();
     User().PressKey(XK_Down);
     const XConnection::Geometry area = Window();
+    // "Aktywuj": the primary button of the editor's tool row, once the
+    // editor's page has been painted.
+    const XConnection::Geometry toolRow{area.x + kSidebarWidth, area.y, area.width - kSidebarWidth, 80};
+    WaitUntil([&] { return FilledBounds(User(), toolRow, kPrimaryBlue).width > 40; }, 5000ms, 50ms);
     SettledChecksum(User(), area);
     SaveScreenshot("zirvel-exe-editor.png");
-    // "Aktywuj": the primary button of the editor's tool row.
-    const XConnection::Geometry button =
-        FilledBounds(User(), {area.x + kSidebarWidth, area.y, area.width - kSidebarWidth, 80}, kPrimaryBlue);
+    const XConnection::Geometry button = FilledBounds(User(), toolRow, kPrimaryBlue);
     ASSERT_GT(button.width, 40) << "no Aktywuj button";
     Click(button);
     std::this_thread::sleep_for(500ms);

@@ -272,8 +272,11 @@ TEST_F(LiveProgramTest, GridPhrasesPutThePointerAtTheCentresAndClickThere) {
 TEST_F(LiveProgramTest, TheGridShownAgainLooksAsItDid) {
     StartProgram();
     const XConnection::Geometry screen{0, 0, 1920, 1080};
+    const std::uint64_t before = user_.ScreenChecksum(screen);
     EXPECT_EQ(program_.Say("pokaż siatkę"), 0);
     ASSERT_TRUE(WaitUntil([this] { return user_.Pointer() == std::make_pair(960, 540); }, 2000ms));
+    // The grid as painted, not the screen before its first paint.
+    ASSERT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(screen) != before; }, 2000ms)) << "the grid did not show";
     const std::uint64_t grid = SettledChecksum(user_, screen);
     EXPECT_EQ(program_.Say("schowaj siatkę"), 0);
     EXPECT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(screen) != grid; }, 2000ms)) << "the grid did not hide";

@@ -51,10 +51,15 @@ bool PrivatePulseServer::Play(const std::filesystem::path& file) {
     return RunClient({"paplay", "-d", "vsink", file.string()}) == 0;
 }
 
-bool PrivatePulseServer::Say(const std::string& text) {
+std::filesystem::path PrivatePulseServer::Speech(const std::string& text) {
     const std::filesystem::path file = folder_ / ("speech" + std::to_string(++spoken_) + ".wav");
     ChildProcess speaker({"espeak-ng", "-v", "pl", "-w", file.string(), text}, {}, folder_ / "clients.txt");
-    return speaker.WaitForExit(20000ms) == std::optional<int>(0) && Play(file);
+    return speaker.WaitForExit(20000ms) == std::optional<int>(0) ? file : std::filesystem::path();
+}
+
+bool PrivatePulseServer::Say(const std::string& text) {
+    const std::filesystem::path file = Speech(text);
+    return !file.empty() && Play(file);
 }
 
 }  // namespace zirvel_test

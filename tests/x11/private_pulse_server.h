@@ -27,7 +27,9 @@ public:
     std::vector<std::string> ClientEnvironment() const;
     // Plays a sound file into the sink; true when it played to the end.
     bool Play(const std::filesystem::path& file);
-    // Speaks Polish `text` into the sink (espeak-ng, then Play).
+    // Polish speech of `text` as a sound file (espeak-ng); empty when none was made.
+    std::filesystem::path Speech(const std::string& text);
+    // Speaks Polish `text` into the sink (Speech, then Play).
     bool Say(const std::string& text);
 
 private:
