@@ -244,18 +244,9 @@ TEST_F(FunctionEditorWindowTest, ClosingWithUnsavedChangesAsksAndOnlyYesCloses) 
     EXPECT_FALSE(IsWindow(editor_));
 }
 
-TEST_F(FunctionEditorWindowTest, ScreenshotOfTheEditorWithALoadedFile) {
-    Choose(2011, 1);
-    Choose(2021, 1);
-    SetForegroundWindow(editor_);
-    RedrawWindow(editor_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    MSG message;
-    for (int round = 0; round < 50; ++round) {  // let the X server show what was painted
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-        Sleep(10);
-    }
-    RECT rect{};
-    GetWindowRect(editor_, &rect);
+// What the screen shows in `rect`, as the user sees it (Wine's PrintWindow
+// leaves the controls out), opaque.
+zirvel::Picture ScreenPicture(const RECT& rect) {
     const int width = rect.right - rect.left;
     const int height = rect.bottom - rect.top;
     HDC screen = GetDC(nullptr);
@@ -265,29 +256,55 @@ TEST_F(FunctionEditorWindowTest, ScreenshotOfTheEditorWithALoadedFile) {
     void* bits = nullptr;
     HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
     HGDIOBJ old = SelectObject(memory, bitmap);
-    // From the screen, as the user sees it (Wine's PrintWindow leaves the controls out).
-    ASSERT_TRUE(BitBlt(memory, 0, 0, width, height, screen, rect.left, rect.top, SRCCOPY));
     zirvel::Picture picture;
-    picture.width = width;
-    picture.height = height;
-    const auto* pixels = static_cast<const std::uint32_t*>(bits);
-    picture.pixels.assign(pixels, pixels + static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    for (std::uint32_t& pixel : picture.pixels) pixel |= 0xFF000000u;
+    if (BitBlt(memory, 0, 0, width, height, screen, rect.left, rect.top, SRCCOPY)) {
+        picture.width = width;
+        picture.height = height;
+        const auto* pixels = static_cast<const std::uint32_t*>(bits);
+        picture.pixels.assign(pixels, pixels + static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+        for (std::uint32_t& pixel : picture.pixels) pixel |= 0xFF000000u;
+    }
     SelectObject(memory, old);
     DeleteObject(bitmap);
     DeleteDC(memory);
     ReleaseDC(nullptr, screen);
-    const std::filesystem::path folder = ZIRVEL_SCREENSHOTS;
-    std::filesystem::create_directories(folder);
-    ASSERT_TRUE(zirvel::WritePicturePng(picture, (folder / "function-editor.png").u16string()));
+    return picture;
+}
+
+TEST_F(FunctionEditorWindowTest, ScreenshotOfTheEditorWithALoadedFile) {
+    Choose(2011, 1);
+    Choose(2021, 1);
+    SetForegroundWindow(editor_);
+    RedrawWindow(editor_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    RECT rect{};
+    GetWindowRect(editor_, &rect);
+    const int width = rect.right - rect.left;
+    const int height = rect.bottom - rect.top;
     // The face colour fills much of it, and the controls' borders and texts the rest.
     const std::uint32_t face = GetSysColor(COLOR_BTNFACE);
     const std::uint32_t faceArgb = 0xFF000000u | ((face & 0xFF) << 16) | (face & 0xFF00) | ((face >> 16) & 0xFF);
-    const auto faceCount = std::count(picture.pixels.begin(), picture.pixels.end(), faceArgb);
-    const auto darkCount = std::count_if(picture.pixels.begin(), picture.pixels.end(),
-                                         [](std::uint32_t pixel) { return (pixel & 0xFF) < 0x60; });
-    EXPECT_GT(faceCount, width * height / 4);
-    EXPECT_GT(darkCount, width * height / 100) << "no text or borders: the controls were not drawn";
+    const auto faceCount = [&](const zirvel::Picture& shot) {
+        return std::count(shot.pixels.begin(), shot.pixels.end(), faceArgb);
+    };
+    const auto darkCount = [](const zirvel::Picture& shot) {
+        return std::count_if(shot.pixels.begin(), shot.pixels.end(),
+                             [](std::uint32_t pixel) { return (pixel & 0xFF) < 0x60; });
+    };
+    // The X server shows what was painted a little later: grab until the
+    // controls are there (at most 5 s), letting the window paint between.
+    zirvel::Picture picture;
+    for (int round = 0; round < 100; ++round) {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+        picture = ScreenPicture(rect);
+        if (faceCount(picture) > width * height / 4 && darkCount(picture) > width * height / 100) break;
+        Sleep(50);
+    }
+    const std::filesystem::path folder = ZIRVEL_SCREENSHOTS;
+    std::filesystem::create_directories(folder);
+    ASSERT_TRUE(zirvel::WritePicturePng(picture, (folder / "function-editor.png").u16string()));
+    EXPECT_GT(faceCount(picture), width * height / 4);
+    EXPECT_GT(darkCount(picture), width * height / 100) << "no text or borders: the controls were not drawn";
 }
 
 }  // namespace

@@ -237,11 +237,12 @@ TEST_F(AtspiScannerTest, AnEventLoopOnTheDefaultContextLeavesScansTheirAnswers) 
         const std::size_t found = desktop->scanner->Scan(ElementScanMode::ForegroundWindow).elements.size();
         const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
         EXPECT_EQ(found, 3u);
-        if (took > 500ms) slow.push_back(static_cast<long>(took.count()));
+        if (took > 1200ms) slow.push_back(static_cast<long>(took.count()));
     }
     stop = true;
     guiLoop.join();
-    EXPECT_TRUE(slow.empty()) << slow.size() << " of " << kScans << " scans took over 500 ms, the slowest "
+    // A scan robbed of its answers waits for the call's time-out of 1.5 s.
+    EXPECT_TRUE(slow.empty()) << slow.size() << " of " << kScans << " scans took over 1.2 s, the slowest "
                               << *std::max_element(slow.begin(), slow.end()) << " ms";
 }
 

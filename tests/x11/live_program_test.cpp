@@ -313,7 +313,8 @@ TEST_F(LiveProgramTest, ActivatingAFolderAMissingOrAnOversizedFileIsRefusedAndTh
     for (const auto& file : {folder, big, pipe, program_.Directory() / "missing.json"}) {
         const auto started = std::chrono::steady_clock::now();
         EXPECT_EQ(program_.Activate(file), 1) << file;
-        EXPECT_LT(std::chrono::steady_clock::now() - started, 2s) << file << " held the program up";
+        // A program held up by the file (a pipe nobody writes) never answers.
+        EXPECT_LT(std::chrono::steady_clock::now() - started, 5s) << file << " held the program up";
     }
     std::filesystem::remove(big);
     ShowWheel();
