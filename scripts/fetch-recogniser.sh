@@ -21,7 +21,8 @@ if ! command -v npm >/dev/null; then
 fi
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-(cd "$work" && npm pack --silent "vosk@$version" >/dev/null)
+(cd "$work" && npm pack --loglevel=error "vosk@$version" >/dev/null) ||
+  { echo "fetch-recogniser: npm could not fetch vosk@$version (its message is above)" >&2; exit 1; }
 mkdir -p "$work/unpacked" "$cache"
 tar -xzf "$work/vosk-$version.tgz" -C "$work/unpacked" --strip-components=1 \
   --exclude='package/lib/osx-*' package/lib package/package.json

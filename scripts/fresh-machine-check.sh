@@ -39,6 +39,12 @@ debootstrap --variant=minbase bookworm "$root" "$mirror" >"$log" 2>&1 || { tail 
 cp /etc/apt/sources.list "$root/etc/apt/" 2>/dev/null || true
 cp /etc/apt/sources.list.d/*.sources "$root/etc/apt/sources.list.d/" 2>/dev/null || true
 cp /etc/resolv.conf "$root/etc/resolv.conf"
+# The machine's trust in its own network (local certificate authorities,
+# npm's setting for them) belongs to the network, not to the project: the
+# new root gets it as any machine here has it.
+mkdir -p "$root/usr/local/share/ca-certificates"
+cp /usr/local/share/ca-certificates/*.crt "$root/usr/local/share/ca-certificates/" 2>/dev/null || true
+cp /etc/npmrc "$root/etc/npmrc" 2>/dev/null || true
 
 for point in proc sys dev dev/pts dev/shm; do
   mkdir -p "$root/$point"
@@ -53,7 +59,8 @@ cp -r "$shared" "$root/work/shared"
 echo "=== scripts/test.sh in the new root (log: $log)"
 status=0
 chroot "$root" /usr/bin/env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
-  HOME=/root LANG=C.UTF-8 CI=true /bin/bash -c 'cd /work/main && scripts/test.sh' </dev/null >>"$log" 2>&1 ||
+  HOME=/root LANG=C.UTF-8 CI=true ${NODE_EXTRA_CA_CERTS:+NODE_EXTRA_CA_CERTS=$NODE_EXTRA_CA_CERTS} \
+  /bin/bash -c 'cd /work/main && scripts/test.sh' </dev/null >>"$log" 2>&1 ||
   status=$?
 took=$(($(date +%s) - started))
 grep -E '^(=== |[0-9]+% tests passed|Total Test time)' "$log" || true
