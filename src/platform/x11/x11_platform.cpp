@@ -282,10 +282,11 @@ void X11Platform::KeyboardMappingChanged() {
     const unsigned keycode = XKeysymToKeycode(display_, hotKeySymbol_);
     if (keycode == hotKeycode_) return;
     // The key moved: the grab follows it, and the old keycode types again.
+    // The symbol is kept, so a later mapping that has the key again grabs it.
+    GrabHotKey(false);
+    hotKeycode_ = 0;
     if (!GrabHotKeyOn(keycode)) {
-        GrabHotKey(false);
-        hotKeycode_ = 0;
-        std::fprintf(stderr, "Zirvel: the hot key is on no key of the new keyboard mapping\n");
+        std::fprintf(stderr, "Zirvel: the new keyboard mapping has no hot key, or another program holds it\n");
     }
 }
 
