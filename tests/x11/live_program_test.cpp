@@ -166,34 +166,36 @@ TEST_F(LiveProgramTest, TheHotKeyFollowsItsKeyToANewKeycodeAndLeavesTheOldOne) {
 // WAYLAND_DISPLAY) Qt would choose its Wayland backend: the wheel must still
 // be an X11 overlay that the X11 hot key toggles. The same without a
 // compositor, where a session's variables name one that is gone.
-TEST_F(LiveProgramTest, InAWaylandSessionTheWheelIsAnX11OverlayAndTheHotKeyTogglesIt) {
+class WaylandSessionTest : public LiveProgramTest {
+protected:
+    void StartInASessionWith(const std::string& waylandDisplay) {
+        program_.AddEnvironment("XDG_SESSION_TYPE=wayland");
+        program_.AddEnvironment("WAYLAND_DISPLAY=" + waylandDisplay);
+        StartProgram();
+    }
+
+    void ExpectAnX11OverlayTheHotKeyTogglesTwice() {
+        for (int round = 0; round < 2; ++round) {
+            ShowWheel();
+            XWindowAttributes attributes{};
+            ASSERT_TRUE(XGetWindowAttributes(user_.Get(), user_.FindWindow(kWheelTitle), &attributes));
+            EXPECT_TRUE(attributes.override_redirect) << "round " << round;
+            user_.PressKey(XK_F8);
+            ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms)) << "round " << round;
+        }
+    }
+};
+
+TEST_F(WaylandSessionTest, WithACompositorTheWheelIsAnX11OverlayAndTheHotKeyTogglesIt) {
     PrivateWaylandCompositor compositor;
     ASSERT_TRUE(compositor.Running()) << "weston did not start";
-    program_.AddEnvironment("XDG_SESSION_TYPE=wayland");
-    program_.AddEnvironment("WAYLAND_DISPLAY=" + compositor.SocketPath());
-    StartProgram();
-    for (int round = 0; round < 2; ++round) {
-        ShowWheel();
-        XWindowAttributes attributes{};
-        ASSERT_TRUE(XGetWindowAttributes(user_.Get(), user_.FindWindow(kWheelTitle), &attributes));
-        EXPECT_TRUE(attributes.override_redirect) << "round " << round;
-        user_.PressKey(XK_F8);
-        ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms)) << "round " << round;
-    }
+    StartInASessionWith(compositor.SocketPath());
+    ExpectAnX11OverlayTheHotKeyTogglesTwice();
 }
 
-TEST_F(LiveProgramTest, WithAWaylandSessionsVariablesButNoCompositorTheWheelIsAnX11Overlay) {
-    program_.AddEnvironment("XDG_SESSION_TYPE=wayland");
-    program_.AddEnvironment("WAYLAND_DISPLAY=zirvel-test-no-compositor");
-    StartProgram();
-    for (int round = 0; round < 2; ++round) {
-        ShowWheel();
-        XWindowAttributes attributes{};
-        ASSERT_TRUE(XGetWindowAttributes(user_.Get(), user_.FindWindow(kWheelTitle), &attributes));
-        EXPECT_TRUE(attributes.override_redirect) << "round " << round;
-        user_.PressKey(XK_F8);
-        ASSERT_TRUE(WaitUntil([this] { return !WheelShows(); }, 3000ms)) << "round " << round;
-    }
+TEST_F(WaylandSessionTest, WithoutACompositorTheWheelIsAnX11OverlayAndTheHotKeyTogglesIt) {
+    StartInASessionWith("zirvel-test-no-compositor");
+    ExpectAnX11OverlayTheHotKeyTogglesTwice();
 }
 
 TEST_F(LiveProgramTest, RawMotionMovesTheVirtualCursorOnePixelPerCountWhileThePointerStaysPinned) {
