@@ -37,7 +37,7 @@ std::string LookAt(double x, double y) {
 std::string GazeConfig() {
     const std::filesystem::path library =
         std::filesystem::path(ZIRVEL_WINDOWS_BUILD) / "tests/gaze/stand_in_tracker/full/tobii_stream_engine.dll";
-    return R"({"toggleKey": "x", "gazeEnabled": true, "gazeDwell": 600, "sendDelay": 50, "keyHold": 20,
+    return R"({"toggleKey": "x", "gazeEnabled": true, "gazeDwell": 1200, "sendDelay": 50, "keyHold": 20,
                "voiceEnabled": false, "gazeDllPath": ")" +
            WineSession::WindowsPathInJson(library) + "\"}";
 }
@@ -55,8 +55,13 @@ protected:
         session_.User().MoveMouseTo(200, 150);
         ASSERT_TRUE(session_.StartEngine());
         ASSERT_TRUE(WaitUntil([this] { return tracker_.Count("subscribe") == 1; }, 10000ms)) << "the tracker was not opened";
+        // The wheel as drawn is what the tests compare with.
+        const XConnection::Geometry wheel{static_cast<int>(kWheelLeft), static_cast<int>(kWheelTop), 588, 460};
+        const std::uint64_t before = session_.User().ScreenChecksum(wheel);
         session_.User().PressKey(XK_x);
         ASSERT_TRUE(session_.WaitForLine("wheel shown", 5000ms)) << "the wheel did not show";
+        ASSERT_TRUE(WaitUntil([&] { return session_.User().ScreenChecksum(wheel) != before; }, 5000ms))
+            << "the wheel is not painted";
     }
 
     // The first key the application received, by its virtual key.

@@ -45,7 +45,7 @@ std::string LookAt(double x, double y) {
 }
 
 std::string GazeConfig() {
-    return R"({"toggleKey": "F8", "gazeEnabled": true, "gazeDwell": 600, "sendDelay": 50, "keyHold": 20,
+    return R"({"toggleKey": "F8", "gazeEnabled": true, "gazeDwell": 1200, "sendDelay": 50, "keyHold": 20,
                "voiceEnabled": false, "gazeDllPath": ")" +
            StandInTrackerLibrary("full").string() + "\"}";
 }
@@ -83,9 +83,14 @@ protected:
         ASSERT_TRUE(WaitUntil([this] { return tracker_.Count("subscribe") == 1; }, 5000ms)) << "the tracker was not opened";
     }
 
+    // Shows the wheel and waits until it is painted: what the tests compare
+    // with is the wheel as drawn, not the screen before its first paint.
     void ShowWheel() {
+        const XConnection::Geometry wheel{static_cast<int>(kWheelLeft), static_cast<int>(kWheelTop), 588, 460};
+        const std::uint64_t before = user_.ScreenChecksum(wheel);
         user_.PressKey(XK_F8);
         ASSERT_TRUE(WaitUntil([this] { return user_.IsMapped(user_.FindWindow(kWheelTitle)); }, 3000ms));
+        ASSERT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(wheel) != before; }, 3000ms)) << "the wheel is not painted";
     }
 
     bool KeyArrives(KeySym symbol, std::size_t count) {
@@ -112,7 +117,8 @@ TEST_F(LiveGazeTest, ADwellOnAFieldRunsIt) {
     const auto looked = std::chrono::steady_clock::now();
     // At once, although the program started moments ago: the mouse counts
     // as still since long before.
-    EXPECT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(wheel) != before; }, 250ms, 1ms))
+    // (Within 0.6 s: a mouse still for less than 0.7 s would hold the gaze off.)
+    EXPECT_TRUE(WaitUntil([&] { return user_.ScreenChecksum(wheel) != before; }, 600ms, 1ms))
         << "the cursor did not follow at once";
     std::set<std::uint64_t> pictures;
     bool saved = false;  // one picture for the README
