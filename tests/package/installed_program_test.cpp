@@ -85,9 +85,10 @@ TEST_F(InstalledProgramTest, StartsWithItsFilesInTheUsersFolderAndTheHotKeyShows
     const Window window = FindMainWindow(user_, 10s);
     ASSERT_NE(window, 0u) << "the main window did not show";
     const XConnection::Geometry area = user_.WindowGeometry(window);
-    SettledChecksum(user_, area);
-    EXPECT_GT(FilledBounds(user_, {area.x, area.y, 190, area.height}, 0x185FA5).width, 0)
-        << "the window is not in the shipped fluent theme";
+    const XConnection::Geometry sidebar{area.x, area.y, 190, area.height};
+    // Once painted (at most 5 s).
+    WaitUntil([&] { return FilledBounds(user_, sidebar, 0x185FA5).width > 0; }, 5s, 50ms);
+    EXPECT_GT(FilledBounds(user_, sidebar, 0x185FA5).width, 0) << "the window is not in the shipped fluent theme";
 
     // The hot key ("x" in the first-run config.json) shows the wheel.
     XSetInputFocus(user_.Get(), user_.Root(), RevertToParent, CurrentTime);

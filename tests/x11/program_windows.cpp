@@ -5,6 +5,7 @@
 #include <X11/extensions/XTest.h>
 
 #include <algorithm>
+#include <set>
 #include <thread>
 #include <utility>
 
@@ -89,7 +90,26 @@ void PressCloseButton(XConnection& user, Window window) {
     XFlush(user.Get());
 }
 
+namespace {
+
+// Whether a grid of 20 x 20 points of `area` shows more than two colours.
+bool LooksPainted(XConnection& user, const XConnection::Geometry& area) {
+    std::set<std::uint32_t> colours;
+    for (int row = 0; row < 20; ++row) {
+        for (int column = 0; column < 20; ++column) {
+            colours.insert(user.ScreenPixel(area.x + (2 * column + 1) * area.width / 40,
+                                            area.y + (2 * row + 1) * area.height / 40));
+            if (colours.size() > 2) return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
 std::uint64_t SettledChecksum(XConnection& user, const XConnection::Geometry& area, std::chrono::milliseconds timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    WaitUntil([&] { return LooksPainted(user, area); }, timeout, 20ms);
     std::uint64_t picture = 0;
     std::uint64_t previous = 1;
     WaitUntil(
@@ -98,7 +118,8 @@ std::uint64_t SettledChecksum(XConnection& user, const XConnection::Geometry& ar
             picture = user.ScreenChecksum(area);
             return std::exchange(previous, picture) == picture;
         },
-        timeout);
+        std::max(std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now()),
+                 std::chrono::milliseconds(200)));
     return picture;
 }
 

@@ -25,8 +25,10 @@ Window WaitForMessageBox(XConnection& user, const std::vector<Window>& before, s
 // The window manager's close button: WM_DELETE_WINDOW to the window.
 void PressCloseButton(XConnection& user, Window window);
 
-// A checksum of what the screen shows in `area`, once two looks 100 ms
-// apart agree (or after `timeout`).
+// A checksum of what the screen shows in `area`, once something is painted
+// there (more than two colours) and two looks 100 ms apart agree (or after
+// `timeout`). A window not painted yet is one colour for as long as it
+// likes, and two looks at it agree too.
 std::uint64_t SettledChecksum(XConnection& user, const XConnection::Geometry& area,
                               std::chrono::milliseconds timeout = std::chrono::seconds(5));
 
