@@ -228,7 +228,9 @@ TEST_F(LiveProgramTest, AClickedFieldSendsItsKeyAfterSendDelayHeldForKeyHold) {
     // Never early; late only by what a busy machine's scheduler adds.
     EXPECT_GE(delay, 150 - 2);
     EXPECT_LE(delay, 150 + 250);
-    EXPECT_GE(release.time - press.time, 40u - 2u);
+    // (The server stamps an event when it takes it, which may be a few ms
+    // after it was sent when the machine is busy.)
+    EXPECT_GE(release.time - press.time, 40u - 10u);
     EXPECT_LE(release.time - press.time, 40u + 250u);
     EXPECT_EQ(application_.FocusedWindow(), application_.Id());
 }
