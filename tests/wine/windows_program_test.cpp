@@ -121,7 +121,7 @@ TEST_F(WindowsProgramTest, RawMotionPicksTheTopFieldAt46CountsAndTheClickTypesIt
     EXPECT_GE(Field(keys[0], "t") - Field(*hidden, "after"), 150 - 2);
     EXPECT_LE(Field(keys[0], "t") - Field(*hidden, "t"), 150 + 250);
     const long long held = Field(keys[1], "t") - Field(keys[0], "t");
-    EXPECT_GE(held, 40 - 2);
+    EXPECT_GE(held, 40 - 10);  // the times are taken as the system queues the keys, a little after they were sent
     EXPECT_LE(held, 40 + 250);
     EXPECT_TRUE(session_.Lines("button ").empty());
     EXPECT_EQ(session_.User().Pointer(), std::make_pair(kCursorX, kCursorY));
