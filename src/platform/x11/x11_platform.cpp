@@ -257,9 +257,11 @@ bool X11Platform::RegisterHotKey(const KeyCode& key) {
     if (!Ready() || !key.valid || key.isMouse) return false;
     std::lock_guard lock(xLock_);
     const KeySymbol symbol = KeySymbolForVirtualKey(key.vk);
-    if (!GrabHotKeyOn(symbol == kNoKeySymbol ? 0 : XKeysymToKeycode(display_, symbol))) return false;
-    hotKeySymbol_ = symbol;
-    return true;
+    const bool grabbed = GrabHotKeyOn(symbol == kNoKeySymbol ? 0 : XKeysymToKeycode(display_, symbol));
+    // The symbol a mapping change follows is that of the key held, if any.
+    if (grabbed) hotKeySymbol_ = symbol;
+    if (hotKeycode_ == 0) hotKeySymbol_ = kNoKeySymbol;
+    return grabbed;
 }
 
 bool X11Platform::GrabHotKeyOn(unsigned keycode) {
