@@ -159,13 +159,15 @@ TEST_F(EngineSettingsTest, AConfigReplacedDuringReloadsIsReadWholeAndLeftAlone) 
     ASSERT_TRUE(ReplaceFileBytes(File("config.json").u16string(), fast));
     std::atomic<bool> stop{false};
     std::atomic<int> saves{0};
-    // Saves far more often than any person, yet with a breath between them:
-    // saving without one keeps the file in the middle of a replacement for
-    // longer than a reload waits on Windows when the cores are busy.
+    // Saves far more often than any person (hundreds a second), yet with a
+    // breath between them: saving without one keeps the file in the middle
+    // of a replacement for longer than a reload waits on Windows when the
+    // cores are busy (under Wine with the other core busy, 0.2 ms was too
+    // short a breath for one reload in twenty).
     std::thread editor([&] {
         for (int i = 0; !stop && i < 100000; ++i) {
             if (ReplaceFileBytes(File("config.json").u16string(), i % 2 ? fast : slow)) ++saves;
-            std::this_thread::sleep_for(std::chrono::microseconds(200));
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
         }
     });
     // Each reload waits for a save it has not seen yet, so the reloads meet

@@ -168,7 +168,8 @@ TEST_F(GazeThreadTest, AnInvalidSampleKeepsTheLastPointAndItsTime) {
     std::uint64_t last = lastTick_;
     ASSERT_TRUE(WaitFor([&] {
         std::this_thread::sleep_for(60ms);
-        return std::exchange(last, lastTick_.load()) == last;
+        const std::uint64_t now = lastTick_.load();
+        return std::exchange(last, now) == now;
     }));
     std::this_thread::sleep_for(150ms);
     EXPECT_EQ(lastTick_, last);

@@ -63,6 +63,13 @@ static void ReadScript(Script* script) {
     memset(script, 0, sizeof *script);
     const char* path = getenv("ZIRVEL_STAND_IN_TRACKER");
     FILE* file = path ? fopen(path, "rb") : NULL;
+    /* A test replaces the script by a rename, which Wine does in two steps:
+       for a moment there is no file. Only a script that stays away counts
+       as empty, or every sample then would be a valid one at (0, 0). */
+    for (int tries = 0; path && !file && tries < 20; ++tries) {
+        SleepMilliseconds(1);
+        file = fopen(path, "rb");
+    }
     if (!file) return;
     char line[MAX_TEXT + 16];
     while (fgets(line, sizeof line, file)) {
