@@ -104,4 +104,10 @@ KeyCode ParseKeyName(std::u16string_view text) {
     return code;
 }
 
+std::vector<std::u16string_view> KeyTableNames() {
+    std::vector<std::u16string_view> names;
+    for (const auto& entry : kKeys) names.push_back(entry.name);
+    return names;
+}
+
 }  // namespace zirvel

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zirvel {
 
@@ -25,5 +26,9 @@ struct KeyCode {
 
 // Never fails: an unknown text gives valid == false.
 KeyCode ParseKeyName(std::u16string_view text);
+
+// Every long key name of the table ("enter", "printscreen"…), F1-F24 and
+// mouse buttons aside.
+std::vector<std::u16string_view> KeyTableNames();
 
 }  // namespace zirvel
