@@ -4,6 +4,7 @@
 #include "engine/engine_state.h"
 #include "engine/function_runner.h"
 #include "engine/host_notice.h"
+#include "engine/reach_warning.h"
 #include "engine/wheel_overlay.h"
 #include "navigation/element_hints.h"
 #include "navigation/grid.h"
@@ -92,6 +93,9 @@ void HandleEngineMessage(EngineMessage message) {
         case EngineMessageKind::RunGlobalFunction:
             RunGlobalFunction(message.first);
             break;
+        case EngineMessageKind::InputRefused:
+            WarnInputRefused();
+            break;
     }
 }
 
@@ -133,6 +137,7 @@ void HandleVoiceCommand(std::int32_t code) {
             return;
         case kScanElementsCommand:
         case kScanPageElementsCommand:
+            WarnWhenOutOfReach(engine.platform->ForegroundWindow(), ReachOccasion::ElementScan);
             StartElementScan(code == kScanPageElementsCommand);
             return;
         case kHideElementsCommand:

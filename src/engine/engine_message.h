@@ -19,6 +19,7 @@ enum class EngineMessageKind : std::uint32_t {
     ElementScanResult = 5,  // scanResult (may be null)
     SkippedPhrases = 6,     // text: phrases the speech model cannot say
     RunGlobalFunction = 7,  // first: index into the global voice functions
+    InputRefused = 8,       // the system refused a function's injected input
 };
 
 // The element scan's findings, owned by the receiver once posted.

@@ -59,6 +59,9 @@ struct EngineState {
     ScreenPoint savedCursor;
     WindowHandle savedForeground = 0;
     bool focusSaved = false;
+    // The last program out of Zirvel's reach that the user was warned about.
+    WindowHandle lastOutOfReachWindow = 0;
+    std::uint64_t lastOutOfReachWarning = 0;
     ScreenPoint wheelOrigin;  // screen position of the wheel window
 
     // Screen navigation.

@@ -1,6 +1,7 @@
 #include "engine/function_runner.h"
 
 #include "engine/engine_state.h"
+#include "engine/reach_warning.h"
 #include "navigation/grid.h"
 
 namespace zirvel {
@@ -22,73 +23,85 @@ std::uint32_t PhysicalButton(std::uint32_t button) {
     return button;
 }
 
-void SendButton(std::uint32_t button, bool press) {
-    if (button > kMouseX2) return;  // no such button: nothing happens
-    System().InjectMouseButton(PhysicalButton(button), press);
+// The system refused a run's input: the GUI thread tells the user, once per run.
+void ReportRefused() {
+    EngineMessage message;
+    message.kind = EngineMessageKind::InputRefused;
+    System().Post(std::move(message));
+}
+
+bool SendButton(std::uint32_t button, bool press) {
+    if (button > kMouseX2) return true;  // no such button: nothing happens
+    return System().InjectMouseButton(PhysicalButton(button), press);
 }
 
 // Press and release `count` times, keyHold apart; used by Click steps and by
-// the click jobs.
+// the click jobs. False when the system refused any of it.
 template <typename Send>
-void ClickRepeatedly(std::int32_t count, Send send) {
+bool ClickRepeatedly(std::int32_t count, Send send) {
+    bool taken = true;
     for (std::int32_t i = 0; i < count; ++i) {
         if (i > 0) System().Sleep(KeyHold());
-        send(true);
+        taken = send(true) && taken;
         System().Sleep(KeyHold());
-        send(false);
+        taken = send(false) && taken;
     }
+    return taken;
 }
 
-void RunStep(const Step& step) {
-    auto send = [&step](bool press) { SendKeyEvent(step.key, press); };
+// False when the system refused the step's input.
+bool RunStep(const Step& step) {
+    auto send = [&step](bool press) { return SendKeyEvent(step.key, press); };
     switch (step.kind) {
         case StepKind::Click:
-            ClickRepeatedly(step.value < 1 ? 1 : step.value, send);
-            break;
-        case StepKind::Hold:
-            send(true);
+            return ClickRepeatedly(step.value < 1 ? 1 : step.value, send);
+        case StepKind::Hold: {
+            bool taken = send(true);
             if (step.value >= 1) {  // 0 keeps it down until a Release step
                 System().Sleep(static_cast<std::uint32_t>(step.value));
-                send(false);
+                taken = send(false) && taken;
             }
-            break;
+            return taken;
+        }
         case StepKind::Release:
-            send(false);
-            break;
+            return send(false);
         case StepKind::Open:
             System().OpenTarget(step.target);
-            break;
+            return true;
     }
+    return true;
 }
 
 }  // namespace
 
-void SendKeyEvent(const KeyCode& key, bool press) {
-    if (!key.valid) return;
-    if (key.isMouse) {
-        SendButton(key.button, press);
-    } else {
-        System().InjectKey(key.vk, key.extended, press);
-    }
+bool SendKeyEvent(const KeyCode& key, bool press) {
+    if (!key.valid) return true;
+    if (key.isMouse) return SendButton(key.button, press);
+    return System().InjectKey(key.vk, key.extended, press);
 }
 
 void RunFunctionJob(const FunctionJob& job) {
     System().Sleep(job.startDelay);
     const std::vector<Step>& steps = job.function.steps;
+    bool taken = true;
     for (std::size_t i = 0; i < steps.size(); ++i) {
         if (i > 0 && job.function.delay > 0) System().Sleep(static_cast<std::uint32_t>(job.function.delay));
-        RunStep(steps[i]);
+        taken = RunStep(steps[i]) && taken;
     }
+    if (!taken) ReportRefused();
 }
 
 void RunFunction(const WheelFunction& function, std::uint32_t startDelay) {
+    WarnWhenOutOfReach(System().ForegroundWindow(), ReachOccasion::FunctionRun);
     FunctionJob job{function, startDelay};
     System().RunDetached([job = std::move(job)] { RunFunctionJob(job); });
 }
 
 void RunMouseClickJob(const MouseClickJob& job) {
     System().Sleep(kClickJobDelay);
-    ClickRepeatedly(static_cast<std::int32_t>(job.count), [&job](bool press) { SendButton(job.button, press); });
+    const bool taken = ClickRepeatedly(static_cast<std::int32_t>(job.count),
+                                       [&job](bool press) { return SendButton(job.button, press); });
+    if (!taken) ReportRefused();
 }
 
 void ClickMouse(std::uint32_t button, std::uint32_t count) {

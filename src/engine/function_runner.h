@@ -23,8 +23,9 @@ struct MouseClickJob {
 void RunFunction(const WheelFunction& function, std::uint32_t startDelay);
 
 // One press or release of a key or mouse button; nothing for invalid keys.
-// Left and right follow the system's primary-button swap.
-void SendKeyEvent(const KeyCode& key, bool press);
+// Left and right follow the system's primary-button swap. False when the
+// system refused it.
+bool SendKeyEvent(const KeyCode& key, bool press);
 
 // Hides the grid if it shows, then clicks `button` `count` times at the real
 // cursor on a detached thread, 60 ms later.

@@ -10,4 +10,8 @@ namespace zirvel {
 // nothing shows.
 void ShowHostNotice(std::u16string title, std::u16string text, bool warning);
 
+// A warning that something the user asked for did not happen: shown even
+// when showMessages is off, and by the front-end where it hosts the engine.
+void ShowHostWarning(std::u16string title, std::u16string text);
+
 }  // namespace zirvel

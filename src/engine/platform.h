@@ -95,6 +95,11 @@ public:
     virtual void GiveForeground(WindowHandle window) = 0;
     // GUI. Lets the wheel take the foreground from `current` (takeFocus).
     virtual void TakeForegroundForWheel(WindowHandle current) = 0;
+    // any. The window belongs to a program that runs with higher privileges
+    // than Zirvel (as administrator): the system silently drops the input
+    // Zirvel injects there, and the element scan cannot read it. False for 0
+    // and where the system has no such barrier.
+    virtual bool OutOfReach(WindowHandle window) = 0;
 
     // --- Screens -------------------------------------------------------------
     // GUI. The whole rectangle of the monitor holding `point`: the nearest
@@ -118,11 +123,13 @@ public:
     virtual ScreenRect SurfaceRect(Surface surface) = 0;
 
     // --- Injection -------------------------------------------------------------
-    // any. One key press or release by virtual-key code (as a scan code).
-    virtual void InjectKey(std::uint16_t vk, bool extended, bool press) = 0;
+    // any. One key press or release by virtual-key code (as a scan code);
+    // false when the system refused it.
+    virtual bool InjectKey(std::uint16_t vk, bool extended, bool press) = 0;
     // any. One press or release of a physical mouse button (0 left, 1 right,
-    // 2 middle, 3 and 4 side) at the current pointer position.
-    virtual void InjectMouseButton(std::uint32_t button, bool press) = 0;
+    // 2 middle, 3 and 4 side) at the current pointer position; false when
+    // the system refused it.
+    virtual bool InjectMouseButton(std::uint32_t button, bool press) = 0;
     // any. The system's primary and secondary buttons are swapped.
     virtual bool MouseButtonsSwapped() = 0;
     // any. Opens an address, document or program; failures are silent.

@@ -6,6 +6,7 @@
 #include "engine/engine_message.h"
 #include "engine/engine_state.h"
 #include "engine/function_runner.h"
+#include "engine/reach_warning.h"
 #include "engine/renderer.h"
 
 namespace zirvel {
@@ -56,6 +57,7 @@ void ShowWheel() {
     engine.savedCursor = System().CursorPosition();
     engine.savedForeground = System().ForegroundWindow();
     engine.focusSaved = true;
+    WarnWhenOutOfReach(engine.savedForeground, ReachOccasion::WheelShown);
 
     const ScreenRect monitor = System().MonitorRect(engine.savedCursor, true);
     engine.wheelOrigin = {(monitor.left + monitor.right - kWheelWidth) / 2,

@@ -412,8 +412,24 @@ ScreenRect NullPlatform::SurfaceRect(Surface surface) {
     return surfaces_[surface].rect;
 }
 
-void NullPlatform::InjectKey(std::uint16_t vk, bool extended, bool press) {
+void NullPlatform::SetOutOfReach(WindowHandle window) {
     std::lock_guard lock(mutex_);
+    outOfReach_.push_back(window);
+}
+
+void NullPlatform::SetInputRefused(bool refused) {
+    std::lock_guard lock(mutex_);
+    inputRefused_ = refused;
+}
+
+bool NullPlatform::OutOfReach(WindowHandle window) {
+    std::lock_guard lock(mutex_);
+    return window != 0 && std::find(outOfReach_.begin(), outOfReach_.end(), window) != outOfReach_.end();
+}
+
+bool NullPlatform::InjectKey(std::uint16_t vk, bool extended, bool press) {
+    std::lock_guard lock(mutex_);
+    if (inputRefused_) return false;
     InjectedInput input;
     input.time = NowLocked();
     input.kind = InjectedInput::Kind::Key;
@@ -421,16 +437,19 @@ void NullPlatform::InjectKey(std::uint16_t vk, bool extended, bool press) {
     input.extended = extended;
     input.press = press;
     injected_.push_back(input);
+    return true;
 }
 
-void NullPlatform::InjectMouseButton(std::uint32_t button, bool press) {
+bool NullPlatform::InjectMouseButton(std::uint32_t button, bool press) {
     std::lock_guard lock(mutex_);
+    if (inputRefused_) return false;
     InjectedInput input;
     input.time = NowLocked();
     input.kind = InjectedInput::Kind::MouseButton;
     input.button = button;
     input.press = press;
     injected_.push_back(input);
+    return true;
 }
 
 bool NullPlatform::MouseButtonsSwapped() {

@@ -72,6 +72,10 @@ public:
     void CloseWindow(WindowHandle window);
     void SetHotKeyTaken(bool taken);
     void SetButtonsSwapped(bool swapped);
+    // The window's program runs with higher privileges than Zirvel.
+    void SetOutOfReach(WindowHandle window);
+    // The system refuses injected input from now on (or takes it again).
+    void SetInputRefused(bool refused);
 
     // --- What the engine asked for --------------------------------------------
     std::vector<InjectedInput> Injected() const;
@@ -111,6 +115,7 @@ public:
     bool IsWindow(WindowHandle window) override;
     void GiveForeground(WindowHandle window) override;
     void TakeForegroundForWheel(WindowHandle current) override;
+    bool OutOfReach(WindowHandle window) override;
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;
@@ -119,8 +124,8 @@ public:
     void HideSurface(Surface surface) override;
     void PresentPicture(Surface surface, ScreenPoint position, const Picture& picture) override;
     ScreenRect SurfaceRect(Surface surface) override;
-    void InjectKey(std::uint16_t vk, bool extended, bool press) override;
-    void InjectMouseButton(std::uint32_t button, bool press) override;
+    bool InjectKey(std::uint16_t vk, bool extended, bool press) override;
+    bool InjectMouseButton(std::uint32_t button, bool press) override;
     bool MouseButtonsSwapped() override;
     void OpenTarget(const std::u16string& target) override;
     void ShowWarning(const std::u16string& text) override;
@@ -167,7 +172,9 @@ private:
     std::vector<ScreenRect> monitors_{ScreenRect{0, 0, 1920, 1080}};
     std::map<Surface, SurfaceState> surfaces_;
     bool buttonsSwapped_ = false;
-    std::vector<InjectedInput> injected_;
+    std::vector<InjectedInput> injected_;  // refused input is not recorded
+    std::vector<WindowHandle> outOfReach_;
+    bool inputRefused_ = false;
     std::vector<OpenedTarget> opened_;
     std::vector<std::u16string> warnings_;
     std::vector<std::u16string> trayNotices_;

@@ -518,22 +518,26 @@ ScreenRect X11Platform::SurfaceRect(Surface surface) {
 
 // --- Injection ------------------------------------------------------------------------------
 
-void X11Platform::InjectKey(std::uint16_t vk, bool, bool press) {
-    if (!Ready()) return;
+// A key or button the system has no code for is left out, not refused.
+bool X11Platform::InjectKey(std::uint16_t vk, bool, bool press) {
+    if (!Ready()) return false;
     const KeySymbol symbol = KeySymbolForVirtualKey(vk);
-    if (symbol == kNoKeySymbol) return;
+    if (symbol == kNoKeySymbol) return true;
     std::lock_guard lock(xLock_);
     const unsigned keycode = XKeysymToKeycode(display_, symbol);
-    if (keycode == 0) return;  // the layout has no such key
-    XTestFakeKeyEvent(display_, keycode, press ? True : False, CurrentTime);
+    if (keycode == 0) return true;  // the layout has no such key
+    const bool sent = XTestFakeKeyEvent(display_, keycode, press ? True : False, CurrentTime) != 0;
     XFlush(display_);
+    return sent;
 }
 
-void X11Platform::InjectMouseButton(std::uint32_t button, bool press) {
-    if (!Ready() || button >= std::size(kXButtons)) return;
+bool X11Platform::InjectMouseButton(std::uint32_t button, bool press) {
+    if (!Ready()) return false;
+    if (button >= std::size(kXButtons)) return true;
     std::lock_guard lock(xLock_);
-    XTestFakeButtonEvent(display_, kXButtons[button], press ? True : False, CurrentTime);
+    const bool sent = XTestFakeButtonEvent(display_, kXButtons[button], press ? True : False, CurrentTime) != 0;
     XFlush(display_);
+    return sent;
 }
 
 bool X11Platform::MouseButtonsSwapped() {

@@ -63,6 +63,8 @@ public:
     bool IsWindow(WindowHandle window) override;
     void GiveForeground(WindowHandle window) override;
     void TakeForegroundForWheel(WindowHandle current) override;
+    // X clients of one display all reach each other.
+    bool OutOfReach(WindowHandle) override { return false; }
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;
@@ -71,8 +73,8 @@ public:
     void HideSurface(Surface surface) override;
     void PresentPicture(Surface surface, ScreenPoint position, const Picture& picture) override;
     ScreenRect SurfaceRect(Surface surface) override;
-    void InjectKey(std::uint16_t vk, bool extended, bool press) override;
-    void InjectMouseButton(std::uint32_t button, bool press) override;
+    bool InjectKey(std::uint16_t vk, bool extended, bool press) override;
+    bool InjectMouseButton(std::uint32_t button, bool press) override;
     bool MouseButtonsSwapped() override;
     void OpenTarget(const std::u16string& target) override;
     void ShowWarning(const std::u16string& text) override;
