@@ -6,9 +6,11 @@
 #endif
 #include <QApplication>
 #include <QDir>
+#include <QSystemTrayIcon>
 
 #include <windows.h>
 
+#include "app/engine_instance_win32.h"
 #include "app/win32_engine_host.h"
 #include "engine/overlay_exports.h"
 #include "frontend/application_start.h"
@@ -22,9 +24,7 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     frontend::PrepareApplication();
 
-    // Shared with zirvel-engine.exe; the handle stays open until the process ends.
-    CreateMutexW(nullptr, TRUE, L"ZirvelEngineRunning");
-    if (GetLastError() == ERROR_ALREADY_EXISTS) {
+    if (!zirvel::app::TakeEngineInstance()) {
         frontend::ShowAlreadyRunningMessage();
         return 0;
     }
@@ -40,6 +40,10 @@ int main(int argc, char* argv[]) {
 
     // The window's constructor already asks the engine for its status.
     frontend::MainWindow window;
+    engine.Platform().SetWarningHandler([&window](const std::u16string& title, const std::u16string& text) {
+        window.tray()->showMessage(QString::fromStdU16String(title), QString::fromStdU16String(text),
+                                   QSystemTrayIcon::Warning);
+    });
     window.show();
     zirvel::update::StartUpdater();
 

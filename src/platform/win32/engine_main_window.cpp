@@ -23,6 +23,10 @@ std::u16string CopiedText(const COPYDATASTRUCT& data) {
     return text;
 }
 
+// Tries to add a refused tray icon once a second for a minute.
+constexpr UINT kTrayRetryPeriod = 1000;
+constexpr int kTrayRetries = 60;
+
 // Copies `text` into a fixed field of the tray record, cut to fit.
 template <std::size_t N>
 void CopyToField(wchar_t (&field)[N], const std::u16string& text) {
@@ -81,9 +85,13 @@ LRESULT Win32Platform::OnMainWindowMessage(HWND window, UINT message, WPARAM wPa
             if (lParam == WM_LBUTTONDBLCLK) ShowMainWindow();
             if (lParam == WM_RBUTTONUP) ShowTrayMenu();
             return 0;
+        case WM_TIMER:
+            if (wParam == kTrayRetryTimerId) PutTrayIcon();
+            return 0;
         case WM_APP + static_cast<UINT>(EngineMessageKind::VoiceCommand):
         case WM_APP + static_cast<UINT>(EngineMessageKind::RunWheelFunction):
-        case WM_APP + static_cast<UINT>(EngineMessageKind::RunGlobalFunction): {
+        case WM_APP + static_cast<UINT>(EngineMessageKind::RunGlobalFunction):
+        case WM_APP + static_cast<UINT>(EngineMessageKind::InputRefused): {
             EngineMessage posted;
             posted.kind = static_cast<EngineMessageKind>(message - WM_APP);
             posted.first = static_cast<std::int64_t>(static_cast<INT_PTR>(wParam));
@@ -108,6 +116,12 @@ LRESULT Win32Platform::OnMainWindowMessage(HWND window, UINT message, WPARAM wPa
             return 0;
         }
         default:
+            if (message == taskbarCreated_ && taskbarCreated_ != 0 && trayWanted_) {
+                trayAdded_ = false;  // the new taskbar has none of the old icons
+                trayRetries_ = 0;
+                PutTrayIcon();
+                return 0;
+            }
             return DefWindowProcW(window, message, wParam, lParam);
     }
 }
@@ -145,6 +159,8 @@ void Win32Platform::ShowTrayMenu() {
     // The menu closes when the user clicks elsewhere only if its owner is in front.
     SetForegroundWindow(main_);
     TrackPopupMenu(menu, TPM_RIGHTBUTTON, at.x, at.y, 0, main_, nullptr);
+    // Without a message after it, the menu does not close the second time.
+    PostMessageW(main_, WM_NULL, 0, 0);
     DestroyMenu(menu);
 }
 
@@ -170,7 +186,25 @@ void Win32Platform::AddTrayIcon(const std::u16string& tip) {
     trayIcon_.uCallbackMessage = kTrayCallbackMessage;
     trayIcon_.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
     CopyToField(trayIcon_.szTip, tip);
-    trayAdded_ = Shell_NotifyIconW(NIM_ADD, &trayIcon_) != FALSE;
+    trayWanted_ = true;
+    trayRetries_ = 0;
+    PutTrayIcon();
+}
+
+void Win32Platform::PutTrayIcon() {
+    if (!trayWanted_ || trayAdded_) {
+        KillTimer(main_, kTrayRetryTimerId);
+        return;
+    }
+    NOTIFYICONDATAW icon = trayIcon_;
+    icon.uFlags &= ~NIF_INFO;  // an old balloon is not shown again
+    // An icon the old taskbar still knows is only modified.
+    trayAdded_ = Shell_NotifyIconW(NIM_ADD, &icon) != FALSE || Shell_NotifyIconW(NIM_MODIFY, &icon) != FALSE;
+    if (trayAdded_ || ++trayRetries_ > kTrayRetries) {
+        KillTimer(main_, kTrayRetryTimerId);
+    } else {
+        SetTimer(main_, kTrayRetryTimerId, kTrayRetryPeriod, nullptr);
+    }
 }
 
 void Win32Platform::ShowTrayNotice(const std::u16string& title, const std::u16string& text, bool warning) {
@@ -178,8 +212,11 @@ void Win32Platform::ShowTrayNotice(const std::u16string& title, const std::u16st
     CopyToField(trayIcon_.szInfoTitle, title);
     CopyToField(trayIcon_.szInfo, text);
     trayIcon_.dwInfoFlags = warning ? NIIF_WARNING : NIIF_INFO;
-    // Without an icon of our own (under the front-end) this shows nothing.
-    if (trayAdded_) Shell_NotifyIconW(NIM_MODIFY, &trayIcon_);
+    if (trayAdded_) {
+        Shell_NotifyIconW(NIM_MODIFY, &trayIcon_);
+    } else if (warning && warningHandler_) {
+        warningHandler_(title, text);  // the front-end's tray icon; its notices are its own
+    }
 }
 
 // Called from the voice and gaze threads: InvalidateRect only queues a paint.
@@ -188,6 +225,8 @@ void Win32Platform::StatusChanged() {
 }
 
 void Win32Platform::RemoveTrayIcon() {
+    trayWanted_ = false;
+    KillTimer(main_, kTrayRetryTimerId);
     if (!trayAdded_) return;
     Shell_NotifyIconW(NIM_DELETE, &trayIcon_);
     trayAdded_ = false;

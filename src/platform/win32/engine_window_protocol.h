@@ -12,12 +12,15 @@ inline constexpr wchar_t kWheelWindowClass[] = L"RadialOverlayWheel";
 inline constexpr wchar_t kGridWindowClass[] = L"RadialOverlayGrid";
 inline constexpr wchar_t kEditorWindowClass[] = L"RadialOverlayEditor";
 
-// WM_APP + 2 to + 7 carry the engine messages of the same offset.
+// WM_APP + 2 to + 8 carry the engine messages of the same offset.
 inline constexpr UINT kTrayCallbackMessage = WM_APP + 1;
 
 inline constexpr int kHotKeyId = 1;
 inline constexpr UINT_PTR kWheelTimerId = 1;
 inline constexpr UINT kTrayIconId = 1;
+// The main window's timer that tries again to add a tray icon the shell
+// refused (Explorer not yet up at logon).
+inline constexpr UINT_PTR kTrayRetryTimerId = 2;
 
 // Menu and button commands of the main window.
 inline constexpr WORD kShowWindowCommand = 1001;

@@ -6,6 +6,9 @@
 #include <thread>
 
 #include "platform/win32/engine_window_protocol.h"
+#include "config/key_stroke.h"
+#include "platform/win32/injection_signature.h"
+#include "platform/win32/process_privilege.h"
 
 namespace zirvel::win32 {
 namespace {
@@ -41,6 +44,10 @@ void RegisterClass(HINSTANCE instance, const wchar_t* name, WNDPROC procedure, b
     RegisterClassExW(&windowClass);
 }
 
+// SendInput answers how many records it put in the input stream; 0 when
+// another thread blocked the input (not when UIPI dropped it: nothing says so).
+bool Send(INPUT& input) { return SendInput(1, &input, sizeof input) == 1; }
+
 // Brings `window` to the foreground with the input of `attachTo`'s thread
 // attached to this one, which Windows requires of a background process.
 void ForegroundThroughAttachedInput(HWND attachTo, HWND window) {
@@ -70,10 +77,16 @@ Win32Platform::Win32Platform(HINSTANCE instance) : instance_(instance) {
     grid_ = CreateWindowExW(kGridExStyle, kGridWindowClass, L"", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr,
                             instance, nullptr);
     editor_ = std::make_unique<FunctionEditorWindow>(instance, main_, uiFont_);
+    taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
+    // Explorer runs at medium integrity: an engine run as administrator
+    // would not hear that the taskbar came back. Only this message is let in.
+    if (taskbarCreated_ != 0) ChangeWindowMessageFilterEx(main_, taskbarCreated_, MSGFLT_ALLOW, nullptr);
+    mouseHook_ = std::make_unique<MouseHookThread>(wheel_, WM_APP + static_cast<UINT>(EngineMessageKind::Select));
 }
 
 Win32Platform::~Win32Platform() {
     if (captured_) EndPointerCapture();
+    mouseHook_.reset();
     RemoveTrayIcon();
     editor_.reset();  // owned by the main window: it goes first
     if (grid_) DestroyWindow(grid_);
@@ -124,6 +137,7 @@ void Win32Platform::Post(EngineMessage message) {
         case EngineMessageKind::VoiceCommand:
         case EngineMessageKind::RunWheelFunction:
         case EngineMessageKind::RunGlobalFunction:
+        case EngineMessageKind::InputRefused:
             PostMessageW(main_, code, static_cast<WPARAM>(message.first), static_cast<LPARAM>(message.second));
             return;
     }
@@ -151,23 +165,12 @@ void Win32Platform::UnregisterHotKey() { ::UnregisterHotKey(main_, kHotKeyId); }
 
 // --- Pointer ----------------------------------------------------------------------------
 
-LRESULT CALLBACK Win32Platform::LowLevelMouseProcedure(int code, WPARAM wParam, LPARAM lParam) {
-    const auto* event = reinterpret_cast<const MSLLHOOKSTRUCT*>(lParam);
-    // Physical events belong to the wheel while it shows; injected ones
-    // (ours, other tools') pass.
-    if (code == HC_ACTION && current && current->captured_ && !(event->flags & LLMHF_INJECTED)) {
-        if (wParam == WM_LBUTTONDOWN) PostMessageW(current->wheel_, WM_APP + static_cast<UINT>(EngineMessageKind::Select), 0, 0);
-        return 1;
-    }
-    return CallNextHookEx(nullptr, code, wParam, lParam);
-}
-
 void Win32Platform::BeginPointerCapture(ScreenPoint pinned) {
     captured_ = true;
-    // A hook that could not be installed is tried again at the next show.
-    if (!mouseHook_) mouseHook_ = SetWindowsHookExW(WH_MOUSE_LL, LowLevelMouseProcedure, GetModuleHandleW(nullptr), 0);
-    const RECT pin{pinned.x, pinned.y, pinned.x + 1, pinned.y + 1};
-    ClipCursor(&pin);
+    hooked_ = mouseHook_->Capture();
+    pin_.Pin(pinned);
+    rawMotion_.Reset();
+    rawActivityTick_ = 0;
     RAWINPUTDEVICE mouse{1, 2, RIDEV_INPUTSINK, wheel_};  // generic desktop, mouse
     rawInputRegistered_ = RegisterRawInputDevices(&mouse, 1, sizeof mouse) != FALSE;
 }
@@ -176,12 +179,19 @@ void Win32Platform::EndPointerCapture() {
     RAWINPUTDEVICE mouse{1, 2, RIDEV_REMOVE, nullptr};
     RegisterRawInputDevices(&mouse, 1, sizeof mouse);
     rawInputRegistered_ = false;
-    ClipCursor(nullptr);
-    if (mouseHook_) {
-        UnhookWindowsHookEx(mouseHook_);
-        mouseHook_ = nullptr;
-    }
+    pin_.Release();
+    mouseHook_->Release();
+    hooked_ = false;
     captured_ = false;
+}
+
+void Win32Platform::KeepCapture() {
+    pin_.Keep();
+    if (hooked_ && HookLooksRemoved(rawActivityTick_, mouseHook_->LastEventTick(), GetTickCount64())) {
+        mouseHook_->Reinstall();
+        hooked_ = mouseHook_->Installed();
+        rawActivityTick_ = 0;
+    }
 }
 
 ScreenPoint Win32Platform::CursorPosition() {
@@ -202,6 +212,8 @@ void Win32Platform::GiveForeground(WindowHandle window) {
     // Attached to the input of whoever holds the foreground now.
     ForegroundThroughAttachedInput(GetForegroundWindow(), reinterpret_cast<HWND>(window));
 }
+
+bool Win32Platform::OutOfReach(WindowHandle window) { return WindowOutOfReach(reinterpret_cast<HWND>(window)); }
 
 void Win32Platform::TakeForegroundForWheel(WindowHandle foreground) {
     ForegroundThroughAttachedInput(reinterpret_cast<HWND>(foreground), wheel_);
@@ -251,19 +263,22 @@ ScreenRect Win32Platform::SurfaceRect(Surface surface) {
 
 // --- Injection ------------------------------------------------------------------------------
 
-void Win32Platform::InjectKey(std::uint16_t vk, bool extended, bool press) {
+bool Win32Platform::InjectKey(std::uint16_t vk, bool extended, bool press) {
+    const KeyStroke stroke = StrokeForKey(vk, extended, MapVirtualKeyW(vk, MAPVK_VK_TO_VSC_EX));
     INPUT input{};
     input.type = INPUT_KEYBOARD;
-    input.ki.wVk = vk;
-    // A hardware-like scan code, for games that read scan codes.
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(vk, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = KEYEVENTF_SCANCODE | (extended ? KEYEVENTF_EXTENDEDKEY : 0) | (press ? 0 : KEYEVENTF_KEYUP);
-    SendInput(1, &input, sizeof input);
+    input.ki.wVk = stroke.vk;  // ignored when the scan code is sent
+    input.ki.wScan = stroke.scan;
+    input.ki.dwFlags = (stroke.byScanCode ? KEYEVENTF_SCANCODE : 0) | (stroke.extended ? KEYEVENTF_EXTENDEDKEY : 0) |
+                       (press ? 0 : KEYEVENTF_KEYUP);
+    input.ki.dwExtraInfo = kInjectedByZirvel;
+    return Send(input);
 }
 
-void Win32Platform::InjectMouseButton(std::uint32_t button, bool press) {
+bool Win32Platform::InjectMouseButton(std::uint32_t button, bool press) {
     INPUT input{};
     input.type = INPUT_MOUSE;  // no move flag: at the real cursor
+    input.mi.dwExtraInfo = kInjectedByZirvel;
     switch (button) {
         case 0:
             input.mi.dwFlags = press ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
@@ -282,7 +297,7 @@ void Win32Platform::InjectMouseButton(std::uint32_t button, bool press) {
         default:
             break;  // no such button: a record without effect
     }
-    SendInput(1, &input, sizeof input);
+    return Send(input);
 }
 
 bool Win32Platform::MouseButtonsSwapped() { return GetSystemMetrics(SM_SWAPBUTTON) != 0; }
@@ -290,7 +305,15 @@ bool Win32Platform::MouseButtonsSwapped() { return GetSystemMetrics(SM_SWAPBUTTO
 void Win32Platform::OpenTarget(const std::u16string& target) {
     // The shell may hand the target to COM objects; the run's thread is new.
     const HRESULT com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
-    ShellExecuteW(nullptr, L"open", Wide(target), nullptr, nullptr, SW_SHOWNORMAL);
+    SHELLEXECUTEINFOW open{};
+    open.cbSize = sizeof open;
+    // The thread ends as soon as this returns: the shell must finish its
+    // work (DDE, a handler's thread) before, not after.
+    open.fMask = SEE_MASK_NOASYNC;
+    open.lpVerb = L"open";
+    open.lpFile = Wide(target);
+    open.nShow = SW_SHOWNORMAL;
+    ShellExecuteExW(&open);
     if (SUCCEEDED(com)) CoUninitialize();
 }
 

@@ -16,8 +16,11 @@
 #include <memory>
 
 #include "engine/platform.h"
+#include "platform/win32/cursor_pin.h"
 #include "platform/win32/function_editor_window.h"
 #include "platform/win32/layered_picture.h"
+#include "platform/win32/mouse_hook_thread.h"
+#include "platform/win32/raw_mouse_motion.h"
 
 namespace zirvel::win32 {
 
@@ -34,11 +37,17 @@ public:
     HWND WheelWindow() const { return wheel_; }
     HWND GridWindow() const { return grid_; }
     HFONT UiFont() const { return uiFont_; }
+    // The engine's own tray icon is in the notification area.
+    bool TrayIconShown() const { return trayAdded_; }
     // The function editor that "Edytor funkcji…" opens.
     FunctionEditorWindow& Editor() { return *editor_; }
     // The main window was destroyed ("Zakończ"), after the engine let go of
     // the system; the stand-alone host ends its message loop here.
     void SetMainWindowDestroyedHandler(std::function<void()> handler) { destroyed_ = std::move(handler); }
+    // Where warnings go while the engine has no tray icon of its own (under
+    // the front-end, whose tray icon shows them).
+    using WarningHandler = std::function<void(const std::u16string& title, const std::u16string& text)>;
+    void SetWarningHandler(WarningHandler handler) { warningHandler_ = std::move(handler); }
 
     void SetEventSink(PlatformEvents* events) override;
     void Post(EngineMessage message) override;
@@ -57,6 +66,7 @@ public:
     bool IsWindow(WindowHandle window) override;
     void GiveForeground(WindowHandle window) override;
     void TakeForegroundForWheel(WindowHandle current) override;
+    bool OutOfReach(WindowHandle window) override;
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;
@@ -65,8 +75,8 @@ public:
     void HideSurface(Surface surface) override;
     void PresentPicture(Surface surface, ScreenPoint position, const Picture& picture) override;
     ScreenRect SurfaceRect(Surface surface) override;
-    void InjectKey(std::uint16_t vk, bool extended, bool press) override;
-    void InjectMouseButton(std::uint32_t button, bool press) override;
+    bool InjectKey(std::uint16_t vk, bool extended, bool press) override;
+    bool InjectMouseButton(std::uint32_t button, bool press) override;
     bool MouseButtonsSwapped() override;
     void OpenTarget(const std::u16string& target) override;
     void ShowWarning(const std::u16string& text) override;
@@ -77,7 +87,6 @@ public:
 private:
     static LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK WheelWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK LowLevelMouseProcedure(int code, WPARAM wParam, LPARAM lParam);
 
     // engine_main_window.cpp
     LRESULT OnMainWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -86,9 +95,13 @@ private:
     void ShowMainWindow();
     LRESULT OnCopyData(const COPYDATASTRUCT& data);
     void RemoveTrayIcon();
+    // Adds the icon of trayIcon_; while the shell refuses, tries again on a timer.
+    void PutTrayIcon();
     // wheel_window.cpp
     LRESULT OnWheelWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void OnRawInput(HRAWINPUT input);
+    // The wheel's timer tick while captured: the pin and the hook still hold.
+    void KeepCapture();
 
     void Deliver(EngineMessage message);
     HWND SurfaceWindow(Surface surface) const { return surface == Surface::Wheel ? wheel_ : grid_; }
@@ -101,18 +114,28 @@ private:
     PlatformEvents* events_ = nullptr;
     std::unique_ptr<FunctionEditorWindow> editor_;
     std::function<void()> destroyed_;
+    WarningHandler warningHandler_;
 
-    HHOOK mouseHook_ = nullptr;
-    // Read by the hook and raw input: physical mouse events belong to the
-    // wheel while it is set.
+    std::unique_ptr<MouseHookThread> mouseHook_;
+    // The user's mouse events belong to the wheel while it is set.
     bool captured_ = false;
-    // One physical click selects once: the hook reports it while installed,
-    // raw input when the hook could not be, the window's own button message
-    // when neither could. Two reports of one click would switch wheels twice.
+    // One click selects once: the hook reports it while installed, raw input
+    // when the hook could not be, the window's own button message when
+    // neither could. Two reports of one click would switch wheels twice.
+    bool hooked_ = false;
     bool rawInputRegistered_ = false;
+    CursorPin pin_;
+    RawMouseMotion rawMotion_;
+    // When raw input last saw the mouse (GetTickCount64), to notice a hook
+    // that Windows removed.
+    std::uint64_t rawActivityTick_ = 0;
 
     NOTIFYICONDATAW trayIcon_{};
+    bool trayWanted_ = false;  // AddTrayIcon was called and the icon not removed
     bool trayAdded_ = false;
+    int trayRetries_ = 0;
+    // Sent by Explorer when it (re)starts: every tray icon must be added again.
+    UINT taskbarCreated_ = 0;
 
     LayeredPicture wheelPicture_;
     LayeredPicture gridPicture_;
