@@ -253,6 +253,30 @@ TEST_F(PicturePixelsTest, IconsOfEveryCommonFormatDecode) {
     EXPECT_EQ(CanvasUnderTest().DecodeImage(notAnImage), nullptr);
 }
 
+TEST_F(PicturePixelsTest, AnIconInUseLeavesItsFileFreeToReplaceAndDelete) {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("zirvel_icon_in_use_" + CanvasUnderTestName());
+    std::filesystem::create_directories(folder);
+    const std::filesystem::path icon = folder / "icon.png";
+    std::filesystem::copy_file(std::filesystem::path(IconDirectory()) / "orange.png", icon,
+                               std::filesystem::copy_options::overwrite_existing);
+    const auto image = CanvasUnderTest().DecodeImage(icon.u16string());
+    ASSERT_NE(image, nullptr);
+    std::error_code error;
+    std::filesystem::copy_file(std::filesystem::path(IconDirectory()) / "orange.bmp", icon,
+                               std::filesystem::copy_options::overwrite_existing, error);
+    EXPECT_FALSE(error) << "the icon's file could not be replaced: " << error.message();
+    std::filesystem::remove(icon, error);
+    EXPECT_FALSE(error) << "the icon's file could not be deleted: " << error.message();
+    // The image still draws: the orange disc at its centre.
+    auto canvas = CanvasUnderTest().CreateCanvas(48, 48);
+    canvas->Clear();
+    canvas->DrawImage(*image, zirvel::RectF{0, 0, 48, 48}, 1.0f);
+    const Picture drawn = canvas->TakePicture();
+    EXPECT_GT(At(drawn, 10, 24).a, 200);
+    std::filesystem::remove_all(folder, error);
+}
+
 // ---------------------------------------------------------------------------
 // Labels: the bright pixels of a label against the canvas's own rendering of
 // each candidate text in a box of the same size.

@@ -9,9 +9,14 @@
 #include <objidl.h>
 #include <gdiplus.h>
 
+#include <shlwapi.h>
+
 #include <array>
 #include <cstring>
+#include <string>
 #include <vector>
+
+#include "config/file_io.h"
 
 namespace zirvel {
 
@@ -299,13 +304,39 @@ std::unique_ptr<Canvas> GdiplusCanvasFactory::CreateCanvas(std::int32_t width, s
     return std::make_unique<GdiplusCanvas>(width, height, *fonts_);
 }
 
+// GDI+ keeps the file of an image loaded from a file locked, and reads the
+// stream of one loaded from a stream, for the image's whole life. An icon
+// is read into memory and drawn into a bitmap of its own, so the user can
+// replace or delete the file while the wheel uses it.
 std::shared_ptr<const CanvasImage> GdiplusCanvasFactory::DecodeImage(const std::u16string& path) {
-    Gdiplus::GpImage* image = nullptr;
-    if (gp::GdipLoadImageFromFile(Wide(path), &image) != Gdiplus::Ok) {
-        if (image != nullptr) gp::GdipDisposeImage(image);  // the half-made image
-        return nullptr;
+    std::string bytes;
+    if (!ReadFileBytes(path, bytes) || bytes.empty()) return nullptr;
+    IStream* stream = SHCreateMemStream(reinterpret_cast<const BYTE*>(bytes.data()), static_cast<UINT>(bytes.size()));
+    if (!stream) return nullptr;
+    Gdiplus::GpImage* decoded = nullptr;
+    const bool loaded = gp::GdipLoadImageFromStream(stream, &decoded) == Gdiplus::Ok;
+    Gdiplus::GpBitmap* copy = nullptr;
+    if (loaded) {
+        UINT width = 0;
+        UINT height = 0;
+        gp::GdipGetImageWidth(decoded, &width);
+        gp::GdipGetImageHeight(decoded, &height);
+        Gdiplus::GpGraphics* graphics = nullptr;
+        if (width > 0 && height > 0 &&
+            gp::GdipCreateBitmapFromScan0(static_cast<INT>(width), static_cast<INT>(height), 0,
+                                          PixelFormat32bppPARGB, nullptr, &copy) == Gdiplus::Ok &&
+            gp::GdipGetImageGraphicsContext(copy, &graphics) == Gdiplus::Ok) {
+            gp::GdipDrawImageRectI(graphics, decoded, 0, 0, static_cast<INT>(width), static_cast<INT>(height));
+            gp::GdipDeleteGraphics(graphics);
+        } else if (copy) {
+            gp::GdipDisposeImage(copy);
+            copy = nullptr;
+        }
     }
-    return std::make_shared<GdiplusCanvasImage>(image);
+    if (decoded) gp::GdipDisposeImage(decoded);  // also a half-made one
+    stream->Release();
+    if (!copy) return nullptr;
+    return std::make_shared<GdiplusCanvasImage>(copy);
 }
 
 std::u16string GdiplusCanvasFactory::ResolvedFamilyName(const std::u16string& family) {
