@@ -11,7 +11,8 @@ struct ControlTool {
     const char* refusedMessage;  // printed with the argument when refused
 };
 
-// Exit codes: 0 done, 1 refused, 2 wrong command line, 3 not running.
+// Exit codes: 0 done, 1 refused, 2 wrong command line, 3 not running, 4
+// running as administrator while the tool is not (Windows).
 int RunControlTool(int argc, char* argv[], const ControlTool& tool);
 
 }  // namespace zirvel::app

@@ -51,6 +51,12 @@ int RunControlTool(int argc, char* argv[], const ControlTool& tool) {
     // A hung engine must not hang the tool.
     if (!SendMessageTimeoutW(engine, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data), SMTO_ABORTIFHUNG, 10000,
                              &answer)) {
+        // User Interface Privilege Isolation blocks messages to a program of
+        // higher integrity and says so only through the last error.
+        if (GetLastError() == ERROR_ACCESS_DENIED) {
+            WriteUtf8(stderr, "Zirvel działa jako administrator: uruchom to polecenie jako administrator.\n");
+            return 4;
+        }
         WriteUtf8(stderr, "Zirvel nie działa.\n");
         return 3;
     }

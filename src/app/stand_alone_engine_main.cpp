@@ -6,15 +6,13 @@
 #endif
 #include <windows.h>
 
+#include "app/engine_instance_win32.h"
 #include "app/win32_engine_host.h"
 #include "engine/engine_lifecycle.h"
 #include "system/runtime_library.h"
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
-    // One engine per session, shared with Zirvel.exe; the handle stays open
-    // until the process ends.
-    CreateMutexW(nullptr, TRUE, L"ZirvelEngineRunning");
-    if (GetLastError() == ERROR_ALREADY_EXISTS) {
+    if (!zirvel::app::TakeEngineInstance()) {
         MessageBoxW(nullptr, L"Zirvel już działa — sprawdź ikonę w zasobniku systemowym.", L"Zirvel",
                     MB_OK | MB_ICONINFORMATION);
         return 0;
