@@ -13,15 +13,25 @@
 //   hotkey taken|refused                        with --take-hotkey
 //   grid shown L T R B | grid hidden            the engine's grid and hint window
 //   control ID clicked|focus                    with --controls: a control was clicked
+//   raw DX DY | raw left down                   with --raw-input: raw mouse input it got
+//   clip L T R B                                the cursor's clip, for report-clip
+//   engine stalled | engine resumed             around stall-engine
 // Lines of the file named by --commands are carried out once each:
 //   post-main MESSAGE WPARAM LPARAM             posted to the engine's main window
 //   sync-main N                                 sent to it (WM_NULL), then logged as
 //                                               "main answered N": its thread has
 //                                               finished what it was doing
+//   inject-click                                a left click by SendInput, as assistive
+//                                               software sends one (not marked as Zirvel's)
+//   clip L T R B | clip none                    confines the cursor (a windowed game)
+//   report-clip                                 logs the cursor's clip
+//   stall-engine MS                             suspends the engine's GUI thread for MS
+//                                               (a thread busy drawing or joining)
 //   quit
 // Options: --take-hotkey VK (hex) registers that hot key first, --swap-buttons
 // swaps the mouse buttons for the session, --controls puts the controls of
-// kControls on the window.
+// kControls on the window, --raw-input registers for raw mouse input as a
+// game does (only while in the foreground; --raw-input-sink: always).
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
@@ -30,6 +40,7 @@
 #include <cstdio>
 #include <cwchar>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -124,6 +135,35 @@ BOOL CALLBACK LogMessageBox(HWND window, LPARAM) {
     return TRUE;
 }
 
+// Suspends the thread of the engine's windows for `milliseconds`, then lets it go on.
+void StallEngine(unsigned milliseconds) {
+    const DWORD thread = GetWindowThreadProcessId(FindWindowW(L"RadialOverlayMain", nullptr), nullptr);
+    const HANDLE handle = thread ? OpenThread(THREAD_SUSPEND_RESUME, FALSE, thread) : nullptr;
+    if (!handle || SuspendThread(handle) == static_cast<DWORD>(-1)) {
+        Log("engine not stalled");
+        if (handle) CloseHandle(handle);
+        return;
+    }
+    Log("engine stalled");
+    std::thread([handle, milliseconds] {
+        Sleep(milliseconds);
+        ResumeThread(handle);
+        CloseHandle(handle);
+        Log("engine resumed");
+    }).detach();
+}
+
+void OnRawInput(HRAWINPUT input) {
+    RAWINPUT raw{};
+    UINT size = sizeof raw;
+    if (GetRawInputData(input, RID_INPUT, &raw, &size, sizeof(RAWINPUTHEADER)) == static_cast<UINT>(-1)) return;
+    if (raw.header.dwType != RIM_TYPEMOUSE) return;
+    if (raw.data.mouse.lLastX != 0 || raw.data.mouse.lLastY != 0) {
+        Log("raw %ld %ld", raw.data.mouse.lLastX, raw.data.mouse.lLastY);
+    }
+    if (raw.data.mouse.usButtonFlags & RI_MOUSE_LEFT_BUTTON_DOWN) Log("raw left down");
+}
+
 void RunCommands() {
     if (commandsPath.empty()) return;
     FILE* file = _wfopen(commandsPath.c_str(), L"r");
@@ -146,6 +186,23 @@ void RunCommands() {
                                     &ignored) != 0) {
                 Log("main answered %llu", number);
             }
+        } else if (command.rfind("inject-click", 0) == 0) {
+            INPUT click[2] = {};
+            click[0].type = click[1].type = INPUT_MOUSE;
+            click[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+            click[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+            Log("injected %u", SendInput(2, click, sizeof(INPUT)));
+        } else if (RECT clip{}; std::sscanf(command.c_str(), "clip %ld %ld %ld %ld", &clip.left, &clip.top,
+                                              &clip.right, &clip.bottom) == 4) {
+            ClipCursor(&clip);
+        } else if (command.rfind("clip none", 0) == 0) {
+            ClipCursor(nullptr);
+        } else if (command.rfind("report-clip", 0) == 0) {
+            RECT clip{};
+            GetClipCursor(&clip);
+            Log("clip %ld %ld %ld %ld", clip.left, clip.top, clip.right, clip.bottom);
+        } else if (unsigned milliseconds = 0; std::sscanf(command.c_str(), "stall-engine %u", &milliseconds) == 1) {
+            StallEngine(milliseconds);
         } else if (command.rfind("quit", 0) == 0) {
             PostQuitMessage(0);
         }
@@ -236,6 +293,9 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_SETFOCUS: Log("focus in"); return 0;
         case WM_KILLFOCUS: Log("focus out"); return 0;
         case WM_TIMER: Watch(); return 0;
+        case WM_INPUT:
+            OnRawInput(reinterpret_cast<HRAWINPUT>(lParam));
+            return DefWindowProcW(window, message, wParam, lParam);
         case WM_DESTROY: PostQuitMessage(0); return 0;
         default: return DefWindowProcW(window, message, wParam, lParam);
     }
@@ -252,10 +312,17 @@ int main() {
     unsigned takeHotKey = 0;
     bool swapped = false;
     bool controls = false;
+    DWORD rawInput = 0;
+    bool wantsRawInput = false;
     for (int i = 2; i < count; ++i) {
         if (std::wcscmp(arguments[i], L"--commands") == 0 && i + 1 < count) commandsPath = arguments[++i];
         else if (std::wcscmp(arguments[i], L"--take-hotkey") == 0 && i + 1 < count) takeHotKey = std::wcstoul(arguments[++i], nullptr, 16);
         else if (std::wcscmp(arguments[i], L"--controls") == 0) controls = true;
+        else if (std::wcscmp(arguments[i], L"--raw-input") == 0) wantsRawInput = true;
+        else if (std::wcscmp(arguments[i], L"--raw-input-sink") == 0) {
+            wantsRawInput = true;
+            rawInput = RIDEV_INPUTSINK;
+        }
         else if (std::wcscmp(arguments[i], L"--swap-buttons") == 0) {
             SwapMouseButton(TRUE);
             swapped = true;
@@ -277,6 +344,10 @@ int main() {
                             control.rect.bottom - control.rect.top, self,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)), windowClass.hInstance, nullptr);
         }
+    }
+    if (wantsRawInput) {
+        const RAWINPUTDEVICE mouse{1, 2, rawInput, self};
+        Log("raw input %s", RegisterRawInputDevices(&mouse, 1, sizeof mouse) ? "registered" : "refused");
     }
     if (takeHotKey != 0) Log("hotkey %s", RegisterHotKey(self, 7, MOD_NOREPEAT, takeHotKey) ? "taken" : "refused");
     SetForegroundWindow(self);
