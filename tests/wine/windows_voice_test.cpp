@@ -107,24 +107,25 @@ TEST(WindowsMicrophoneStatusTest, AMicrophoneThatGoesAwayIsNoMicrophoneUntilOneR
         while (std::getline(file, line)) last = line;
         return last;
     };
+    const auto statuses = [&] { return TextOf(statusFile) + "; heard: " + model.Heard(); };
     ASSERT_TRUE(session.Ready());
     ASSERT_TRUE(pulse.Start());
     const auto probe = session.StartProgram(
         {(std::filesystem::path(ZIRVEL_WINDOWS_BUILD) / "tests/win32/zirvel_voice_status_probe.exe").string(),
          WineSession::WindowsPath(kStandInRecogniser), WineSession::WindowsPath(model.Folder()),
          WineSession::WindowsPath(statusFile)});
-    ASSERT_TRUE(WaitUntil([&] { return lastStatus() == "status 5 aktywny"; }, 60000ms)) << lastStatus();
-    ASSERT_TRUE(WaitUntil([&] { return model.Count("accept 3200 ") >= 3; }, 10000ms, 20ms));
+    ASSERT_TRUE(WaitUntil([&] { return lastStatus() == "status 5 aktywny"; }, 60000ms)) << statuses();
+    ASSERT_TRUE(WaitUntil([&] { return model.Count("accept 3200 ") >= 3; }, 10000ms, 20ms)) << statuses();
 
     ASSERT_TRUE(pulse.RemoveMicrophone());
     EXPECT_TRUE(WaitUntil([&] { return lastStatus() == "status 4 brak mikrofonu"; }, 10000ms))
-        << "still " << lastStatus() << " without a microphone";
+        << "without a microphone: " << statuses();
 
     ASSERT_TRUE(pulse.RestoreMicrophone());
     EXPECT_TRUE(WaitUntil([&] { return lastStatus() == "status 5 aktywny"; }, 10000ms))
-        << "still " << lastStatus() << " with the microphone back";
+        << "with the microphone back: " << statuses();
     const int before = model.Count("accept 3200 ");
-    EXPECT_TRUE(WaitUntil([&] { return model.Count("accept 3200 ") >= before + 3; }, 10000ms, 20ms));
+    EXPECT_TRUE(WaitUntil([&] { return model.Count("accept 3200 ") >= before + 3; }, 10000ms, 20ms)) << statuses();
     EXPECT_TRUE(probe->Alive());
 }
 
