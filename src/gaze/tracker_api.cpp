@@ -2,6 +2,8 @@
 
 #include <system_error>
 
+#include "system/known_folders.h"
+
 namespace zirvel {
 
 bool TrackerApi::HasRequired() const {
@@ -38,11 +40,21 @@ void FindFileRecursive(const std::filesystem::path& directory, const std::filesy
     }
 }
 
+std::vector<std::filesystem::path> TrackerRootsUnder(const std::vector<std::filesystem::path>& programFolders) {
+    std::vector<std::filesystem::path> roots;
+    for (const char16_t* vendor : {u"Tobii", u"Tobii Experience"}) {
+        for (const std::filesystem::path& folder : programFolders) roots.push_back(folder / vendor);
+    }
+    return roots;
+}
+
 const std::vector<std::filesystem::path>& TrackerSearchRoots() {
 #ifdef _WIN32
-    static const std::vector<std::filesystem::path> roots{
-        u"C:\\Program Files\\Tobii", u"C:\\Program Files (x86)\\Tobii", u"C:\\Program Files\\Tobii Experience",
-        u"C:\\Program Files (x86)\\Tobii Experience", u"C:\\ProgramData\\Tobii"};
+    static const std::vector<std::filesystem::path> roots = [] {
+        std::vector<std::filesystem::path> folders;
+        for (const std::u16string& folder : ProgramFilesFolders()) folders.emplace_back(folder);
+        return TrackerRootsUnder(folders);
+    }();
 #else
     // The vendor's Linux packages: the stream engine and its USB service.
     static const std::vector<std::filesystem::path> roots{"/usr/lib/tobii", "/usr/local/lib/tobii", "/opt/tobii",
@@ -59,11 +71,11 @@ LibraryHandle LoadTrackerLibrary(const std::u16string& gazeDllPath, const std::u
     if (LibraryHandle library = LoadLibraryFromPath(programDirectory + kPathSeparator + kTrackerLibraryFileName)) {
         return library;
     }
-    if (LibraryHandle library = LoadLibraryByName(kTrackerLibraryFileName)) return library;
+    if (LibraryHandle library = LoadSystemLibrary(kTrackerLibraryFileName)) return library;
     std::vector<std::filesystem::path> candidates;
     for (const std::filesystem::path& root : roots) FindFileRecursive(root, kTrackerLibraryFileName, 3, candidates);
     for (const std::filesystem::path& candidate : candidates) {
-        if (LibraryHandle library = LoadLibraryFromPath(candidate.u16string())) return library;
+        if (LibraryHandle library = LoadLibraryFromProtectedFolder(candidate.u16string())) return library;
     }
     return nullptr;
 }

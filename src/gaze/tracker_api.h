@@ -63,13 +63,22 @@ TrackerApi ResolveTrackerApi(LibraryHandle library);
 void FindFileRecursive(const std::filesystem::path& directory, const std::filesystem::path& name, int depth,
                        std::vector<std::filesystem::path>& found);
 
+// The tracker's own folders under each of `programFolders`: every folder's
+// "Tobii" first, then every folder's "Tobii Experience".
+std::vector<std::filesystem::path> TrackerRootsUnder(const std::vector<std::filesystem::path>& programFolders);
+
 // Where the tracker's own software installs the library, searched three
-// folders deep after the program directory and the system's search.
+// folders deep after the program directory and the system's folders. Only
+// folders a standard user cannot write: on Windows under the Program Files
+// folders that SHGetKnownFolderPath names (not ProgramData, where any user
+// may put a library of that name); on Linux the vendor's folders under
+// /usr and /opt.
 const std::vector<std::filesystem::path>& TrackerSearchRoots();
 
 // The first that loads: `gazeDllPath` when set, the library in the program
-// directory, the system's search, then every copy found under `roots`
-// (all roots searched before the first is tried). Null when none loads.
+// directory, the system's own folders (Windows: the System folder; not the
+// current folder or PATH), then every copy found under `roots` (all roots
+// searched before the first is tried). Null when none loads.
 LibraryHandle LoadTrackerLibrary(const std::u16string& gazeDllPath, const std::u16string& programDirectory,
                                  const std::vector<std::filesystem::path>& roots);
 

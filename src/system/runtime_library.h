@@ -18,6 +18,18 @@ LibraryHandle LoadLibraryFromPath(const std::u16string& path);
 // (LoadLibraryW, dlopen without a folder). Null when it fails.
 LibraryHandle LoadLibraryByName(const std::u16string& fileName);
 
+// Loads the library at `path` in a folder only an administrator can write,
+// looking for the libraries it needs only beside it and in the system
+// folder: on Windows never in the current folder or on PATH, which a
+// standard user may write (LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR |
+// LOAD_LIBRARY_SEARCH_SYSTEM32). Elsewhere as LoadLibraryFromPath.
+LibraryHandle LoadLibraryFromProtectedFolder(const std::u16string& path);
+
+// Loads a library by its file name from the system's own folders only: on
+// Windows the System folder (SHGetKnownFolderPath), as
+// LoadLibraryFromProtectedFolder; elsewhere dlopen's search.
+LibraryHandle LoadSystemLibrary(const std::u16string& fileName);
+
 // The address of an exported name, or null.
 void* ResolveSymbol(LibraryHandle library, const char* name);
 

@@ -19,6 +19,10 @@ LibraryHandle LoadLibraryByName(const std::u16string& fileName) {
     return dlopen(Utf16ToUtf8(fileName).c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
+LibraryHandle LoadLibraryFromProtectedFolder(const std::u16string& path) { return LoadLibraryFromPath(path); }
+
+LibraryHandle LoadSystemLibrary(const std::u16string& fileName) { return LoadLibraryByName(fileName); }
+
 void* ResolveSymbol(LibraryHandle library, const char* name) {
     return library ? dlsym(library, name) : nullptr;
 }

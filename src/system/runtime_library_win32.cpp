@@ -5,6 +5,8 @@
 #endif
 #include <windows.h>
 
+#include "system/known_folders.h"
+
 namespace zirvel {
 namespace {
 
@@ -17,6 +19,16 @@ LibraryHandle LoadLibraryFromPath(const std::u16string& path) {
 }
 
 LibraryHandle LoadLibraryByName(const std::u16string& fileName) { return LoadLibraryW(Wide(fileName)); }
+
+LibraryHandle LoadLibraryFromProtectedFolder(const std::u16string& path) {
+    return LoadLibraryExW(Wide(path), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
+LibraryHandle LoadSystemLibrary(const std::u16string& fileName) {
+    const std::u16string folder = SystemFolder();
+    if (folder.empty()) return nullptr;
+    return LoadLibraryFromProtectedFolder(folder + kPathSeparator + fileName);
+}
 
 void* ResolveSymbol(LibraryHandle library, const char* name) {
     if (!library) return nullptr;

@@ -1,6 +1,8 @@
 // The default microphone as the voice thread records it: 16 kHz, 16-bit
-// mono, in blocks of 3200 bytes (100 ms), four of them queued. Each
-// platform implements it (waveIn, PulseAudio); tests script it.
+// mono, in blocks of 3200 bytes (100 ms), eight of them queued: enough that
+// the audio recorded while the recogniser is made anew for new phrases
+// (the published library has no set-grammar entry) waits instead of being
+// dropped. Each platform implements it (waveIn, PulseAudio); tests script it.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +12,7 @@
 namespace zirvel {
 
 inline constexpr std::size_t kCaptureBlockBytes = 3200;
-inline constexpr int kCaptureBlockCount = 4;
+inline constexpr int kCaptureBlockCount = 8;
 
 class AudioCapture {
 public:
@@ -25,7 +27,8 @@ public:
     // Hands every recorded block, oldest first, to `consume` (bytes may be
     // 0 for a block that recorded nothing) and queues its buffer again.
     virtual void TakeBlocks(const BlockConsumer& consume) = 0;
-    // The microphone went away while recording: Close, then Open again.
+    // The microphone went away while recording (the device failed, or it
+    // stopped delivering audio): Close, then Open again.
     virtual bool Lost() { return false; }
     // Stops recording and lets go of the device; harmless when not open.
     virtual void Close() = 0;

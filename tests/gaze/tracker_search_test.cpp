@@ -1,9 +1,14 @@
 // Where the tracker's library is looked for: the configured path, the
-// program directory, the system, then the vendor's folders three deep.
+// program directory, the system's own folders, then the vendor's folders
+// three deep; never a folder a standard user can write.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <cwctype>
 #include <filesystem>
 #include <fstream>
+#include <string>
 
 #include "gaze/tracker_api.h"
 #include "stand_in_tracker.h"
@@ -42,12 +47,79 @@ protected:
     std::filesystem::path root_;
 };
 
-// First in this program: Windows hands out a loaded library of the same
-// name to a load by name, so nothing may have loaded one before.
+#ifdef _WIN32
+// A folder Windows names in the environment, as its known folder is.
+std::filesystem::path EnvironmentFolder(const wchar_t* name) {
+    const wchar_t* value = _wgetenv(name);
+    return value ? std::filesystem::path(value) : std::filesystem::path();
+}
+
+bool IsUnder(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    std::wstring inside = path.wstring();
+    std::wstring outer = folder.wstring() + L"\\";
+    const auto lower = [](std::wstring& text) {
+        std::transform(text.begin(), text.end(), text.begin(), [](wchar_t c) { return std::towlower(c); });
+    };
+    lower(inside);
+    lower(outer);
+    return inside.starts_with(outer);
+}
+#endif
+
+// The first two in this program: Windows hands out a loaded library of the
+// same name to a load by name, so nothing may have loaded one before.
+
+// The current folder and PATH are in Windows' search for a library by
+// name, and a standard user can write many of them.
+TEST_F(TrackerSearchTest, ALibraryInTheCurrentFolderOrOnPathIsNotLoaded) {
+#ifdef _WIN32
+    const std::filesystem::path planted = PlaceLibrary("planted").parent_path();
+    const std::filesystem::path previous = std::filesystem::current_path();
+    const std::wstring path = EnvironmentFolder(L"PATH").wstring();
+    std::filesystem::current_path(planted);
+    _wputenv_s(L"PATH", (planted.wstring() + L";" + path).c_str());
+    const LibraryHandle library = LoadTrackerLibrary(u"", (root_ / "empty").u16string(), {});
+    std::filesystem::current_path(previous);
+    _wputenv_s(L"PATH", path.c_str());
+    EXPECT_EQ(library, nullptr);
+#else
+    GTEST_SKIP() << "dlopen searches neither the current folder nor PATH";
+#endif
+}
+
 TEST_F(TrackerSearchTest, ALibraryTooDeepIsNotLoaded) {
     PlaceLibrary("a/b/c/d");
     EXPECT_EQ(LoadTrackerLibrary(u"", (root_ / "empty").u16string(), {root_}), nullptr);
 }
+
+TEST(TrackerSearchRootsTest, EachProgramFolderHasTheVendorsTwoFolders) {
+    EXPECT_EQ(TrackerRootsUnder({"first", "second"}),
+              (std::vector<std::filesystem::path>{std::filesystem::path("first") / "Tobii",
+                                                  std::filesystem::path("second") / "Tobii",
+                                                  std::filesystem::path("first") / "Tobii Experience",
+                                                  std::filesystem::path("second") / "Tobii Experience"}));
+}
+
+#ifdef _WIN32
+// ProgramData's subfolders take files from any user: a library planted
+// there would run in Zirvel, also when it runs as administrator.
+TEST(TrackerSearchRootsTest, OnlyTheProgramFilesFoldersAreSearched) {
+    const std::filesystem::path programFiles = EnvironmentFolder(L"ProgramFiles");
+    const std::filesystem::path programFilesX86 = EnvironmentFolder(L"ProgramFiles(x86)");
+    const std::filesystem::path programData = EnvironmentFolder(L"ProgramData");
+    ASSERT_FALSE(programFiles.empty());
+    ASSERT_FALSE(programData.empty());
+    std::vector<std::filesystem::path> programFolders{programFiles};
+    if (!programFilesX86.empty() && !IsUnder(programFilesX86 / "x", programFiles)) {
+        programFolders.push_back(programFilesX86);  // a 64-bit Windows
+    }
+    EXPECT_EQ(TrackerSearchRoots(), TrackerRootsUnder(programFolders));
+    for (const std::filesystem::path& root : TrackerSearchRoots()) {
+        EXPECT_FALSE(IsUnder(root, programData)) << root;
+        EXPECT_TRUE(IsUnder(root, programFiles) || IsUnder(root, programFilesX86)) << root;
+    }
+}
+#endif
 
 TEST_F(TrackerSearchTest, ThreeFoldersDeepIsFoundAndFourIsNot) {
     const std::filesystem::path three = PlaceLibrary("a/b/c");

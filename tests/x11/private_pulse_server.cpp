@@ -28,6 +28,13 @@ int PrivatePulseServer::RunClient(const std::vector<std::string>& command) {
     return client.WaitForExit(20000ms).value_or(-1);
 }
 
+namespace {
+
+constexpr char kSinkModule[] = "module-null-sink";
+constexpr char kSinkArguments[] = "sink_name=vsink rate=16000 channels=1";
+
+}  // namespace
+
 bool PrivatePulseServer::Start() {
     std::filesystem::create_directories(folder_ / "pulse");
     const std::vector<std::string> environment{"XDG_RUNTIME_DIR=" + folder_.string(),
@@ -38,7 +45,7 @@ bool PrivatePulseServer::Start() {
                                  "-L",
                                  "module-native-protocol-unix auth-anonymous=1 socket=" +
                                      (folder_ / "pulse" / "native").string(),
-                                 "-L", "module-null-sink sink_name=vsink rate=16000 channels=1"},
+                                 "-L", std::string(kSinkModule) + " " + kSinkArguments},
         environment, folder_ / "server.txt");
     if (!server_->Started()) return false;
     const bool serving = WaitUntil([this] { return RunClient({"pactl", "info"}) == 0; }, 10000ms, 100ms);
@@ -46,6 +53,13 @@ bool PrivatePulseServer::Start() {
 }
 
 void PrivatePulseServer::Stop() { server_.reset(); }
+
+bool PrivatePulseServer::RemoveMicrophone() { return RunClient({"pactl", "unload-module", kSinkModule}) == 0; }
+
+bool PrivatePulseServer::RestoreMicrophone() {
+    return RunClient({"pactl", "load-module", kSinkModule, kSinkArguments}) == 0 &&
+           RunClient({"pactl", "set-default-source", "vsink.monitor"}) == 0;
+}
 
 bool PrivatePulseServer::Play(const std::filesystem::path& file) {
     return RunClient({"paplay", "-d", "vsink", file.string()}) == 0;

@@ -31,6 +31,11 @@ public:
     std::filesystem::path Speech(const std::string& text);
     // Speaks Polish `text` into the sink (Speech, then Play).
     bool Say(const std::string& text);
+    // Takes the sink, and with it the only microphone, away from the
+    // running server, as an unplugged headset goes; true when it went.
+    bool RemoveMicrophone();
+    // Gives the server its sink and microphone again.
+    bool RestoreMicrophone();
 
 private:
     // Runs a client program with ClientEnvironment; its exit code.

@@ -1,6 +1,10 @@
 // The default microphone through the Windows wave-in interface: the wave
-// mapper, 16 kHz mono 16-bit, four 100 ms buffers queued, and an event the
-// driver signals as each one fills.
+// mapper, 16 kHz mono 16-bit, eight 100 ms buffers queued, and an event the
+// driver signals as each one fills (CALLBACK_EVENT rather than a waveInProc:
+// no wave call may be made inside that callback, and here every wave call
+// is the voice thread's own). Buffers are handed on in the order they were
+// queued; a device that refuses a buffer or records nothing for a while is
+// reported lost, so the voice thread waits for a microphone again.
 #pragma once
 
 #ifndef NOMINMAX
@@ -9,7 +13,7 @@
 #include <windows.h>
 #include <mmsystem.h>
 
-#include <array>
+#include <memory>
 
 #include "voice/audio_capture.h"
 
@@ -25,13 +29,14 @@ public:
     bool Open() override;
     void Wait(std::uint32_t milliseconds) override;
     void TakeBlocks(const BlockConsumer& consume) override;
+    bool Lost() override;
     void Close() override;
 
 private:
+    struct Recording;  // one open device with its buffers
+
     HANDLE filled_ = nullptr;  // auto-reset, signalled by the driver
-    HWAVEIN device_ = nullptr;
-    std::array<std::array<char, kCaptureBlockBytes>, kCaptureBlockCount> buffers_{};
-    std::array<WAVEHDR, kCaptureBlockCount> headers_{};
+    std::unique_ptr<Recording> recording_;
 };
 
 }  // namespace zirvel::win32
