@@ -148,30 +148,37 @@ TEST_P(ProgramResourcesTest, CarriesOneManifestAsResourceOne) {
     EXPECT_EQ(languages, 1);
 }
 
-TEST_P(ProgramResourcesTest, ItsManifestAsksForPerMonitorDpiAwarenessV2WithPerMonitorAsTheFallback) {
-    const ActivationContext context = ManifestContext();
-    ASSERT_TRUE(context) << "no manifest the loader accepts, error " << GetLastError();
-    EXPECT_EQ(Setting(context.get(), L"http://schemas.microsoft.com/SMI/2016/WindowsSettings", L"dpiAwareness"),
+// What the loader makes of the program's manifest.
+class ProgramManifestTest : public ProgramResourcesTest {
+protected:
+    void SetUp() override {
+        ProgramResourcesTest::SetUp();
+        if (HasFatalFailure()) return;
+        context_ = ManifestContext();
+        ASSERT_TRUE(context_) << "no manifest the loader accepts, error " << GetLastError();
+    }
+
+    ActivationContext context_;
+};
+
+TEST_P(ProgramManifestTest, AsksForPerMonitorDpiAwarenessV2WithPerMonitorAsTheFallback) {
+    EXPECT_EQ(Setting(context_.get(), L"http://schemas.microsoft.com/SMI/2016/WindowsSettings", L"dpiAwareness"),
               L"PerMonitorV2, PerMonitor");
     // What Windows 10 before version 1607 reads instead.
-    EXPECT_EQ(Setting(context.get(), L"http://schemas.microsoft.com/SMI/2005/WindowsSettings", L"dpiAware"),
+    EXPECT_EQ(Setting(context_.get(), L"http://schemas.microsoft.com/SMI/2005/WindowsSettings", L"dpiAware"),
               L"true/pm");
 }
 
-TEST_P(ProgramResourcesTest, ItsManifestRunsItWithTheUsersOwnRights) {
-    const ActivationContext context = ManifestContext();
-    ASSERT_TRUE(context) << "no manifest the loader accepts, error " << GetLastError();
-    const std::vector<BYTE> buffer = Query(context.get(), RunlevelInformationInActivationContext);
+TEST_P(ProgramManifestTest, RunsItWithTheUsersOwnRights) {
+    const std::vector<BYTE> buffer = Query(context_.get(), RunlevelInformationInActivationContext);
     ASSERT_GE(buffer.size(), sizeof(ACTIVATION_CONTEXT_RUN_LEVEL_INFORMATION));
     const auto* runLevel = reinterpret_cast<const ACTIVATION_CONTEXT_RUN_LEVEL_INFORMATION*>(buffer.data());
     EXPECT_EQ(runLevel->RunLevel, ACTCTX_RUN_LEVEL_AS_INVOKER);
     EXPECT_EQ(runLevel->UiAccess, 0u);
 }
 
-TEST_P(ProgramResourcesTest, ItsManifestDeclaresWindows10And11) {
-    const ActivationContext context = ManifestContext();
-    ASSERT_TRUE(context) << "no manifest the loader accepts, error " << GetLastError();
-    const std::vector<BYTE> buffer = Query(context.get(), CompatibilityInformationInActivationContext);
+TEST_P(ProgramManifestTest, DeclaresWindows10And11) {
+    const std::vector<BYTE> buffer = Query(context_.get(), CompatibilityInformationInActivationContext);
     ASSERT_GE(buffer.size(), sizeof(DWORD));
     const auto* compatibility = reinterpret_cast<const CompatibilityInformation*>(buffer.data());
     const std::size_t room = (buffer.size() - offsetof(CompatibilityInformation, Elements)) / sizeof(CompatibilityElement);
@@ -185,17 +192,15 @@ TEST_P(ProgramResourcesTest, ItsManifestDeclaresWindows10And11) {
     EXPECT_TRUE(declared);
 }
 
-TEST_P(ProgramResourcesTest, ItsManifestBindsVersion6OfTheCommonControls) {
-    const ActivationContext context = ManifestContext();
-    ASSERT_TRUE(context) << "no manifest the loader accepts, error " << GetLastError();
-    const std::vector<BYTE> details = Query(context.get(), ActivationContextDetailedInformation);
+TEST_P(ProgramManifestTest, BindsVersion6OfTheCommonControls) {
+    const std::vector<BYTE> details = Query(context_.get(), ActivationContextDetailedInformation);
     ASSERT_GE(details.size(), sizeof(ACTIVATION_CONTEXT_DETAILED_INFORMATION));
     const DWORD assemblies =
         reinterpret_cast<const ACTIVATION_CONTEXT_DETAILED_INFORMATION*>(details.data())->ulAssemblyCount;
     std::wstring identities;
     // Assembly 1 is the program itself; its dependencies follow.
     for (DWORD index = 1; index <= assemblies; ++index) {
-        const std::vector<BYTE> assembly = Query(context.get(), AssemblyDetailedInformationInActivationContext, &index);
+        const std::vector<BYTE> assembly = Query(context_.get(), AssemblyDetailedInformationInActivationContext, &index);
         if (assembly.size() < sizeof(ACTIVATION_CONTEXT_ASSEMBLY_DETAILED_INFORMATION)) continue;
         const auto* info = reinterpret_cast<const ACTIVATION_CONTEXT_ASSEMBLY_DETAILED_INFORMATION*>(assembly.data());
         if (info->lpAssemblyEncodedAssemblyIdentity) identities += info->lpAssemblyEncodedAssemblyIdentity + std::wstring(L"\n");
@@ -295,6 +300,7 @@ std::string ProgramName(const testing::TestParamInfo<Program>& info) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryProgram, ProgramResourcesTest, testing::ValuesIn(kPrograms), ProgramName);
+INSTANTIATE_TEST_SUITE_P(EveryProgram, ProgramManifestTest, testing::ValuesIn(kPrograms), ProgramName);
 INSTANTIATE_TEST_SUITE_P(TheShellsPrograms, ProgramIconTest, testing::ValuesIn(ProgramsWithIcon()), ProgramName);
 
 }  // namespace
