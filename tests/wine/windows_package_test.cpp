@@ -135,48 +135,55 @@ TEST_F(WindowsPackageTest, TheInstallerInstallsPerUserAndItsUninstallerKeepsTheU
     fs::remove_all(folder);
 }
 
-TEST_F(WindowsPackageTest, NeitherTheInstallerNorTheUninstallerTouchesTheFilesWhileZirvelRuns) {
-    const fs::path installer = OnlyPackage(".exe");
-    ASSERT_FALSE(installer.empty()) << "no installer in " << kPackages;
-    const fs::path folder = InstallFolder();
-    fs::remove_all(folder);
-    ASSERT_EQ(Run({installer.string(), "/S"}), 0);
-    ASSERT_TRUE(StartEngine(folder, "zirvel-engine.exe")) << "the installed zirvel-engine.exe did not start";
+// Zirvel installed and its engine running, with a file that the installer
+// would replace marked, to see whether it was.
+class RunningZirvelTest : public WindowsPackageTest {
+protected:
+    void SetUp() override {
+        WindowsPackageTest::SetUp();
+        if (HasFatalFailure()) return;
+        installer_ = OnlyPackage(".exe");
+        ASSERT_FALSE(installer_.empty()) << "no installer in " << kPackages;
+        fs::remove_all(folder_);
+        ASSERT_EQ(Run({installer_.string(), "/S"}), 0);
+        ASSERT_TRUE(StartEngine(folder_, "zirvel-engine.exe")) << "the installed zirvel-engine.exe did not start";
+        std::ofstream(theme_, std::ios::app) << "/* marked */";
+        marked_ = fs::file_size(theme_);
+    }
 
-    // A file the installer would replace, marked to see whether it was.
-    const fs::path theme = folder / "themes/fluent.qss";
-    std::ofstream(theme, std::ios::app) << "/* marked */";
-    const auto marked = fs::file_size(theme);
-    EXPECT_EQ(Run({installer.string(), "/S"}), kZirvelRuns);
-    EXPECT_EQ(fs::file_size(theme), marked) << "the installer replaced a file while Zirvel ran";
+    void TearDown() override {
+        session_.EndAllPrograms();
+        fs::remove_all(folder_);
+    }
+
+    bool ThemeUnchanged() const { return fs::exists(theme_) && fs::file_size(theme_) == marked_; }
+
+    fs::path installer_;
+    const fs::path folder_ = InstallFolder();
+    const fs::path theme_ = folder_ / "themes/fluent.qss";
+    std::uintmax_t marked_ = 0;
+};
+
+TEST_F(RunningZirvelTest, NeitherTheInstallerNorTheUninstallerTouchesTheFilesWhileZirvelRuns) {
+    EXPECT_EQ(Run({installer_.string(), "/S"}), kZirvelRuns);
+    EXPECT_TRUE(ThemeUnchanged()) << "the installer replaced a file while Zirvel ran";
     // In place (_?=), so its own exit code tells.
-    const std::string inPlace = "_?=" + WineSession::WindowsPath(folder);
-    EXPECT_EQ(Run({(folder / "Odinstaluj.exe").string(), "/S", inPlace}), kZirvelRuns);
-    EXPECT_TRUE(fs::exists(folder / "zirvel-engine.exe")) << "the uninstaller removed files while Zirvel ran";
-    EXPECT_EQ(fs::file_size(theme), marked);
-    EXPECT_EQ(Run({(folder / "zirvel-say.exe").string(), "schowaj siatkę"}, 30s), 0) << "Zirvel no longer runs";
+    const std::string inPlace = "_?=" + WineSession::WindowsPath(folder_);
+    EXPECT_EQ(Run({(folder_ / "Odinstaluj.exe").string(), "/S", inPlace}), kZirvelRuns);
+    EXPECT_TRUE(fs::exists(folder_ / "zirvel-engine.exe")) << "the uninstaller removed files while Zirvel ran";
+    EXPECT_TRUE(ThemeUnchanged());
+    EXPECT_EQ(Run({(folder_ / "zirvel-say.exe").string(), "schowaj siatkę"}, 30s), 0) << "Zirvel no longer runs";
 
     // Once it has ended, both do their work.
     session_.EndAllPrograms();
-    EXPECT_EQ(Run({installer.string(), "/S"}), 0);
-    EXPECT_NE(fs::file_size(theme), marked) << "the installer did not replace the file";
-    EXPECT_EQ(Run({(folder / "Odinstaluj.exe").string(), "/S", inPlace}), 0);
-    EXPECT_FALSE(fs::exists(folder / "zirvel-engine.exe"));
-    fs::remove_all(folder);
+    EXPECT_EQ(Run({installer_.string(), "/S"}), 0);
+    EXPECT_FALSE(ThemeUnchanged()) << "the installer did not replace the file";
+    EXPECT_EQ(Run({(folder_ / "Odinstaluj.exe").string(), "/S", inPlace}), 0);
+    EXPECT_FALSE(fs::exists(folder_ / "zirvel-engine.exe"));
 }
 
-TEST_F(WindowsPackageTest, TheInstallerAsksUntilZirvelHasEndedAndCancellingLeavesTheFiles) {
-    const fs::path installer = OnlyPackage(".exe");
-    ASSERT_FALSE(installer.empty()) << "no installer in " << kPackages;
-    const fs::path folder = InstallFolder();
-    fs::remove_all(folder);
-    ASSERT_EQ(Run({installer.string(), "/S"}), 0);
-    ASSERT_TRUE(StartEngine(folder, "zirvel-engine.exe")) << "the installed zirvel-engine.exe did not start";
-    const fs::path theme = folder / "themes/fluent.qss";
-    std::ofstream(theme, std::ios::app) << "/* marked */";
-    const auto marked = fs::file_size(theme);
-
-    auto interactive = session_.StartProgram({installer.string()});
+TEST_F(RunningZirvelTest, TheInstallerAsksUntilZirvelHasEndedAndCancellingLeavesTheFiles) {
+    auto interactive = session_.StartProgram({installer_.string()});
     const ::Window question = WaitForInstallerWindow({});
     ASSERT_NE(question, 0u) << "the installer did not ask";
     std::this_thread::sleep_for(300ms);  // painted
@@ -189,9 +196,7 @@ TEST_F(WindowsPackageTest, TheInstallerAsksUntilZirvelHasEndedAndCancellingLeave
     // Cancel: the installer ends and has touched nothing.
     Answer(again, XK_Escape);
     EXPECT_EQ(interactive->WaitForExit(30s), std::optional<int>(kZirvelRuns));
-    EXPECT_EQ(fs::file_size(theme), marked);
-    session_.EndAllPrograms();
-    fs::remove_all(folder);
+    EXPECT_TRUE(ThemeUnchanged());
 }
 
 // osslsigncode's verdict on a file's signature, trusting only `authority`.
