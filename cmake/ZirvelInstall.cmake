@@ -4,7 +4,6 @@
 # from share/zirvel.
 include(GNUInstallDirs)
 
-set(ZIRVEL_VERSION 0.9.0)
 set(ZIRVEL_APP_ID app.zirvel.Zirvel)
 set(ZIRVEL_PACKAGING_DIR "${PROJECT_SOURCE_DIR}/packaging/linux")
 
@@ -59,7 +58,7 @@ install(FILES "${ZIRVEL_PACKAGING_DIR}/copyright" "${ZIRVEL_CHANGELOG_GZ}" DESTI
 install(FILES ${ZIRVEL_MANUAL_PAGES} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 set(CPACK_PACKAGE_NAME zirvel)
-set(CPACK_PACKAGE_VERSION ${ZIRVEL_VERSION})
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "Zirvel")
 set(CPACK_PACKAGE_CONTACT "The Zirvel developers <hello@zirvel.app>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "keys and clicks from a radial wheel, by mouse, gaze or voice")

@@ -3,7 +3,6 @@
 # library, icons/ and themes/), as a portable zip and as a per-user NSIS
 # installer (packaging/windows/NSIS.template.in). The first-run files are
 # made by the program on its first start.
-set(ZIRVEL_VERSION 0.9.0)
 
 install(TARGETS zirvel zirvel-engine zirvel-activate zirvel-say zirvel-check RUNTIME DESTINATION .)
 foreach(file IN LISTS ZIRVEL_QT_WINDOWS_RUNTIME)
@@ -21,7 +20,7 @@ endif()
 install(DIRECTORY "${ZIRVEL_PROGRAM_FILES_DIR}/" DESTINATION .)
 
 set(CPACK_PACKAGE_NAME Zirvel)
-set(CPACK_PACKAGE_VERSION ${ZIRVEL_VERSION})
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "Zirvel")
 set(CPACK_PACKAGE_INSTALL_DIRECTORY Zirvel)
 set(CPACK_SYSTEM_NAME win64)
@@ -36,5 +35,10 @@ set(CPACK_NSIS_EXECUTABLES_DIRECTORY .)
 set(CPACK_PACKAGE_EXECUTABLES Zirvel Zirvel)
 set(CPACK_NSIS_MUI_ICON "${ZIRVEL_PROGRAM_FILES_DIR}/zirvel.ico")
 set(CPACK_NSIS_MUI_UNIICON "${ZIRVEL_PROGRAM_FILES_DIR}/zirvel.ico")
+set(CPACK_ZIRVEL_NSIS_INCLUDE_DIR "${PROJECT_SOURCE_DIR}/packaging/windows")
+# Signing, when cpack is given a certificate (packaging/windows/signing_config.cmake).
+set(CPACK_ZIRVEL_SIGN_SCRIPT "${PROJECT_SOURCE_DIR}/packaging/windows/sign-code.sh")
+set(CPACK_PROJECT_CONFIG_FILE "${PROJECT_SOURCE_DIR}/packaging/windows/signing_config.cmake")
+set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/packaging/windows/sign_staged_files.cmake")
 list(PREPEND CMAKE_MODULE_PATH "${PROJECT_SOURCE_DIR}/packaging/windows")
 include(CPack)

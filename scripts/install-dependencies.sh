@@ -28,9 +28,11 @@ build_packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-svg-dev fonts-
 # Qt's Wayland backend (qt6-wayland), with which Qt would put the windows
 # of a program in a Wayland session on Wayland; what builds
 # and checks the packages (dpkg-shlibdeps, lintian, man, desktop-file-validate,
-# appstreamcli, makensis, unzip); clang's libFuzzer and sanitizers for the
-# fuzz targets.
-test_packages=(clang-14 libclang-rt-14-dev dpkg-dev lintian man-db desktop-file-utils appstream nsis unzip libgtest-dev libgmock-dev googletest
+# appstreamcli, makensis, unzip); what signs the Windows packages and checks
+# their signatures (osslsigncode), with a certificate of the test's own that
+# openssl makes; clang's libFuzzer and sanitizers for the fuzz targets.
+test_packages=(clang-14 libclang-rt-14-dev dpkg-dev lintian man-db desktop-file-utils appstream nsis unzip
+               osslsigncode openssl libgtest-dev libgmock-dev googletest
                g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth
                xcompmgr x11-utils pulseaudio pulseaudio-utils espeak-ng
                zenity at-spi2-core dbus-daemon dbus-bin openbox trayer

@@ -3,6 +3,9 @@
 # package of the Linux program (zirvel_<version>_amd64.deb), and the
 # Windows portable zip and per-user installer (Zirvel-<version>-win64.zip,
 # Zirvel-<version>-win64.exe) of the cross-built Windows programs.
+# With ZIRVEL_SIGN_CERT and ZIRVEL_SIGN_KEY set, every Windows program and
+# library, the installer and the uninstaller are signed (docs/building.md,
+# "Signing").
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
