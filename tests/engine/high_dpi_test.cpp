@@ -1,12 +1,10 @@
 // The wheel, the grid and the hints on monitors of more than 96 DPI: every
 // size scales by the monitor's DPI, the same hand movement picks the same
 // field, and what is clicked stays in screen pixels.
-#include "engine_fixture.h"
+#include "canvas_renderer_fixture.h"
 
-#include "engine/canvas_renderer.h"
 #include "engine/wheel_geometry.h"
 #include "navigation/grid.h"
-#include "support/recording_canvas.h"
 
 namespace zirvel_test {
 namespace {
@@ -16,11 +14,6 @@ using zirvel::HitTestField;
 using zirvel::ScreenPoint;
 using zirvel::ScreenRect;
 
-constexpr char kFourFields[] = R"({"actions": [
-  {"name": "up", "key": "a"}, {"name": "right", "key": "b"}, {"name": "down", "key": "c"}, {"name": "left", "key": "d"}]})";
-constexpr char kTwoWheels[] = R"({"wheels": [
-  {"name": "A", "actions": [{"name": "a", "key": "a"}]},
-  {"name": "B", "actions": [{"name": "b", "key": "b"}]}]})";
 
 TEST(WheelGeometry, At96DpiItIsTheWheelOf588By460) {
     EXPECT_EQ(zirvel::WheelGeometryAt(96), zirvel::WheelGeometry{});
@@ -63,22 +56,11 @@ TEST(CountsToPixels, FractionsAreCarriedToTheNextMotion) {
     EXPECT_EQ(moved, -5);
 }
 
-class HighDpiTest : public EngineTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        zirvel::InstallCanvasRenderer(factory_);
-    }
-    void TearDown() override {
-        zirvel::RemoveCanvasRenderer();
-        EngineTest::TearDown();
-    }
-    RecordingCanvasFactory factory_;
-};
+using HighDpiTest = CanvasRendererTest;
 
 TEST_F(HighDpiTest, At144DpiTheWheelIs882By690AndItsPictureToo) {
     platform_.SetDpi(144);
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     platform_.PressHotKey();
     const zirvel::SurfaceState wheel = platform_.SurfaceAt(zirvel::Surface::Wheel);
     EXPECT_EQ(wheel.rect, (ScreenRect{519, 195, 519 + 882, 195 + 690}));
@@ -94,7 +76,7 @@ TEST_F(HighDpiTest, At144DpiTheWheelIs882By690AndItsPictureToo) {
 
 TEST_F(HighDpiTest, TheHoleTheRingAndTheArrowsGrowAlike) {
     platform_.SetDpi(144);
-    Start("{}", kTwoWheels);
+    Start("{}", kTwoOneFieldWheels);
     platform_.PressHotKey();
     EXPECT_EQ(HitTestField(441, 345 - 68), -1);  // inside the hole of radius 69
     EXPECT_EQ(HitTestField(441, 345 - 69), 0);
@@ -115,7 +97,7 @@ class SameMovementTest : public HighDpiTest, public ::testing::WithParamInterfac
 TEST_P(SameMovementTest, TheSameHandMovementPicksTheSameField) {
     const std::uint32_t dpi = GetParam();
     platform_.SetDpi(dpi);
-    Start(R"({"sendDelay": 0, "keyHold": 0})", kFourFields);
+    Start(R"({"sendDelay": 0, "keyHold": 0})", kFourDirectionFields);
     platform_.PressHotKey();
     platform_.MoveMouse(50, 0);
     platform_.Advance(zirvel::kWheelTimerPeriod);
@@ -132,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(Dpis, SameMovementTest, ::testing::Values(96u, 144u));
 
 TEST_F(HighDpiTest, TheVirtualCursorIsClampedToTheLargerWindow) {
     platform_.SetDpi(144);
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     platform_.PressHotKey();
     platform_.MoveMouse(9000, 9000);
     platform_.Advance(zirvel::kWheelTimerPeriod);
@@ -143,7 +125,7 @@ TEST_F(HighDpiTest, TheVirtualCursorIsClampedToTheLargerWindow) {
 TEST_F(HighDpiTest, EachShowTakesTheDpiOfItsOwnMonitor) {
     UseTwoMonitors();
     platform_.SetMonitorDpi(kRightMonitor, 144);
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     platform_.SetCursor({2500, 300});
     platform_.PressHotKey();
     EXPECT_EQ(platform_.SurfaceAt(zirvel::Surface::Wheel).rect.Width(), 882);
