@@ -5,6 +5,7 @@
 
 #include <X11/keysym.h>
 
+#include <string>
 #include <thread>
 
 #include "program_windows.h"
@@ -38,10 +39,13 @@ protected:
         ASSERT_TRUE(session_.Ready()) << "no Xvfb, or no Wine prefix in the Windows build (run its tests first)";
         ASSERT_TRUE(session_.UsePrivatePrefix()) << "the prefix could not be copied";
         ASSERT_TRUE(session_.SetRegistryDword(kDpiKey, "LogPixels", kDpi));
+        session_.ClearFrontEndSettings();
         ASSERT_TRUE(session_.StartApplication()) << "the test application did not start";
         session_.User().MoveMouseTo(200, 150);
-        ASSERT_TRUE(session_.StartEngine()) << "zirvel-engine.exe did not start";
+        ASSERT_TRUE(session_.StartEngine(Program())) << Program() << " did not start";
     }
+
+    virtual std::string Program() const { return "zirvel-engine.exe"; }
 
     void ShowWheel() {
         const std::size_t before = session_.Log().size();
@@ -83,6 +87,16 @@ TEST_F(WindowsHighDpiTest, FiftyCountsUpPickTheTopFieldAsAt96Dpi) {
     ASSERT_TRUE(session_.WaitForLine("wheel hidden", 5000ms, shown));
     ASSERT_TRUE(WaitUntil([&] { return session_.Lines("key ", shown).size() >= 2; }, 5000ms));
     EXPECT_EQ(session_.Lines("key ", shown)[0].substr(0, 26), "key down vk=41 scan=1E ext");
+}
+
+// Zirvel.exe, whose Qt makes the process DPI-aware before the engine starts.
+class ZirvelExeHighDpiTest : public WindowsHighDpiTest {
+protected:
+    std::string Program() const override { return "Zirvel.exe"; }
+};
+
+TEST_F(ZirvelExeHighDpiTest, TheEngineInsideZirvelExeShowsThe882By690Wheel) {
+    ShowWheel();
 }
 
 }  // namespace
