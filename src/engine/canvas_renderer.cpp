@@ -19,6 +19,7 @@ struct GridPictureKey {
     ScreenRect area;
     std::int32_t level = 0;
     std::uint32_t segmentColor = 0;
+    std::uint32_t dpi = 0;
     bool operator==(const GridPictureKey&) const = default;
 };
 
@@ -36,7 +37,7 @@ struct InstalledCanvases {
 std::unique_ptr<InstalledCanvases> installed;
 
 void PresentWheel(EngineState& engine) {
-    auto canvas = installed->factory.CreateCanvas(kWheelWidth, kWheelHeight);
+    auto canvas = installed->factory.CreateCanvas(engine.wheel.width, engine.wheel.height);
     DrawWheel(engine, *canvas, installed->icons);
     const ScreenRect window = engine.platform->SurfaceRect(Surface::Wheel);
     engine.platform->PresentPicture(Surface::Wheel, {window.left, window.top}, canvas->TakePicture());
@@ -55,17 +56,17 @@ bool PresentOnGridSurface(EngineState& engine, const ScreenRect& area, Draw draw
 }
 
 void PresentGrid(EngineState& engine) {
-    const GridPictureKey key{engine.gridRect, engine.gridLevel, engine.Settings().segmentColor};
+    const GridPictureKey key{engine.gridRect, engine.gridLevel, engine.Settings().segmentColor, engine.gridDpi};
     if (installed->gridSurfaceHolds == key) return;
     const bool presented = PresentOnGridSurface(engine, engine.gridRect, [&](Canvas& canvas) {
-        DrawGrid(canvas, key.area, key.level, key.segmentColor);
+        DrawGrid(canvas, key.area, key.level, key.segmentColor, key.dpi);
     });
     if (presented) installed->gridSurfaceHolds = key;
 }
 
 void PresentHints(EngineState& engine) {
     const bool presented = PresentOnGridSurface(engine, engine.hintArea, [&](Canvas& canvas) {
-        DrawHints(canvas, engine.hintArea, engine.hintRects, engine.Settings().segmentColor);
+        DrawHints(canvas, engine.hintArea, engine.hintRects, engine.Settings().segmentColor, engine.hintDpi);
     });
     if (presented) installed->gridSurfaceHolds.reset();
 }

@@ -14,19 +14,11 @@
 #include "engine/background_thread.h"
 #include "engine/geometry.h"
 #include "engine/platform.h"
+#include "engine/wheel_geometry.h"
 #include "voice/voice_phrases.h"
 
 namespace zirvel {
 
-// Wheel window geometry, in window pixels.
-inline constexpr std::int32_t kWheelWidth = 588;
-inline constexpr std::int32_t kWheelHeight = 460;
-inline constexpr std::int32_t kWheelCentreX = 294;
-inline constexpr std::int32_t kWheelCentreY = 230;
-inline constexpr double kRingInnerRadius = 46.0;
-inline constexpr double kRingOuterRadius = 226.0;
-inline constexpr ScreenRect kLeftArrowRect{10, 186, 54, 274};
-inline constexpr ScreenRect kRightArrowRect{534, 186, 578, 274};
 inline constexpr std::uint32_t kWheelTimerPeriod = 15;
 
 // Status codes of the eye tracker and the voice threads.
@@ -43,7 +35,8 @@ struct EngineState {
     EngineConfiguration configuration;
     VoicePhraseTable phrases;
 
-    // Wheel overlay.
+    // Wheel overlay. Its geometry is that of the monitor it last showed on.
+    WheelGeometry wheel;
     std::int32_t hoveredField = -1;
     std::int32_t hoveredArrow = -1;
     std::atomic<bool> wheelVisible{false};  // read by the voice thread
@@ -51,6 +44,9 @@ struct EngineState {
     std::int32_t cursorY = kWheelCentreY;
     std::int32_t pendingDX = 0;
     std::int32_t pendingDY = 0;
+    // Fractions of a pixel of raw motion not yet applied, in 1/96 pixels.
+    std::int32_t motionRemainderX = 0;
+    std::int32_t motionRemainderY = 0;
     std::uint64_t lastMouseMoveTick = 0;
     bool gazeDriven = false;
     std::int32_t dwellTarget = -1;
@@ -70,8 +66,10 @@ struct EngineState {
     std::atomic<std::int32_t> hintScanRunning{0};
     ScreenRect gridRect;
     std::int32_t gridLevel = 0;
+    std::uint32_t gridDpi = kDefaultDpi;  // of the monitor the grid shows on
     std::vector<ScreenRect> hintRects;
     ScreenRect hintArea;
+    std::uint32_t hintDpi = kDefaultDpi;  // of the monitor holding the hints' area
 
     // Eye tracker, written by its thread.
     BackgroundThread gazeThread;

@@ -109,6 +109,9 @@ public:
     virtual ScreenRect ForegroundMonitorRect() = 0;
     // any. Width and height of the primary screen (SM_CXSCREEN, SM_CYSCREEN).
     virtual ScreenPoint PrimaryScreenSize() = 0;
+    // GUI. The DPI of the monitor nearest `point` (96 is 100 %): what the
+    // engine scales everything it draws there by.
+    virtual std::uint32_t MonitorDpi(ScreenPoint point) = 0;
 
     // --- Overlay surfaces -----------------------------------------------------
     // GUI. Moves and sizes a surface, topmost, without activating it.

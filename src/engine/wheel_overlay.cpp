@@ -60,10 +60,12 @@ void ShowWheel() {
     WarnWhenOutOfReach(engine.savedForeground, ReachOccasion::WheelShown);
 
     const ScreenRect monitor = System().MonitorRect(engine.savedCursor, true);
-    engine.wheelOrigin = {(monitor.left + monitor.right - kWheelWidth) / 2,
-                          (monitor.top + monitor.bottom - kWheelHeight) / 2};
+    engine.wheel = WheelGeometryAt(System().MonitorDpi(engine.savedCursor));
+    const WheelGeometry& wheel = engine.wheel;
+    engine.wheelOrigin = {(monitor.left + monitor.right - wheel.width) / 2,
+                          (monitor.top + monitor.bottom - wheel.height) / 2};
     System().PlaceSurface(Surface::Wheel, {engine.wheelOrigin.x, engine.wheelOrigin.y,
-                                           engine.wheelOrigin.x + kWheelWidth, engine.wheelOrigin.y + kWheelHeight});
+                                           engine.wheelOrigin.x + wheel.width, engine.wheelOrigin.y + wheel.height});
 
     engine.hoveredField = -1;
     engine.hoveredArrow = -1;
@@ -73,8 +75,10 @@ void ShowWheel() {
     engine.lastMouseMoveTick = 0;
     engine.pendingDX = 0;
     engine.pendingDY = 0;
-    engine.cursorX = kWheelCentreX;
-    engine.cursorY = kWheelCentreY;
+    engine.motionRemainderX = 0;
+    engine.motionRemainderY = 0;
+    engine.cursorX = wheel.centreX;
+    engine.cursorY = wheel.centreY;
 
     RedrawWheel();  // the first frame is ready before the window shows
     System().ShowSurface(Surface::Wheel);
@@ -100,10 +104,11 @@ void HideWheel() {
 }
 
 std::int32_t HitTestField(std::int32_t x, std::int32_t y) {
-    const double dx = static_cast<double>(x - kWheelCentreX);
-    const double dy = static_cast<double>(y - kWheelCentreY);
+    const WheelGeometry& wheel = Engine().wheel;
+    const double dx = static_cast<double>(x - wheel.centreX);
+    const double dy = static_cast<double>(y - wheel.centreY);
     const double radius = std::sqrt(dx * dx + dy * dy);
-    if (radius < kRingInnerRadius || radius > kRingOuterRadius) return -1;
+    if (radius < wheel.ringInnerRadius || radius > wheel.ringOuterRadius) return -1;
     const std::size_t count = CurrentFieldCount();
     if (count == 0) return -1;
     const double sectorWidth = 360.0 / static_cast<double>(count);
@@ -114,10 +119,11 @@ std::int32_t HitTestField(std::int32_t x, std::int32_t y) {
 }
 
 std::int32_t HitTestArrow(std::int32_t x, std::int32_t y) {
-    if (Engine().Wheels().size() < 2) return -1;
+    const EngineState& engine = Engine();
+    if (engine.Wheels().size() < 2) return -1;
     const ScreenPoint point{x, y};
-    if (kLeftArrowRect.Contains(point)) return 0;
-    if (kRightArrowRect.Contains(point)) return 1;
+    if (engine.wheel.leftArrow.Contains(point)) return 0;
+    if (engine.wheel.rightArrow.Contains(point)) return 1;
     return -1;
 }
 
@@ -136,8 +142,9 @@ void WheelTimerTick() {
     bool changed = false;
 
     if (engine.pendingDX != 0 || engine.pendingDY != 0) {
-        engine.cursorX += engine.pendingDX;
-        engine.cursorY += engine.pendingDY;
+        // Counts scale with the wheel: one hand movement reaches one field at any DPI.
+        engine.cursorX += CountsToPixels(engine.pendingDX, engine.wheel.dpi, engine.motionRemainderX);
+        engine.cursorY += CountsToPixels(engine.pendingDY, engine.wheel.dpi, engine.motionRemainderY);
         engine.pendingDX = 0;
         engine.pendingDY = 0;
         engine.lastMouseMoveTick = now;
@@ -149,9 +156,9 @@ void WheelTimerTick() {
     }
 
     if (engine.cursorX < 0) engine.cursorX = 0;
-    if (engine.cursorX > kWheelWidth - 1) engine.cursorX = kWheelWidth - 1;
+    if (engine.cursorX > engine.wheel.width - 1) engine.cursorX = engine.wheel.width - 1;
     if (engine.cursorY < 0) engine.cursorY = 0;
-    if (engine.cursorY > kWheelHeight - 1) engine.cursorY = kWheelHeight - 1;
+    if (engine.cursorY > engine.wheel.height - 1) engine.cursorY = engine.wheel.height - 1;
 
     const std::int32_t field = HitTestField(engine.cursorX, engine.cursorY);
     const std::int32_t arrow = HitTestArrow(engine.cursorX, engine.cursorY);

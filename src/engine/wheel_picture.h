@@ -9,7 +9,8 @@
 
 namespace zirvel {
 
-// Draws the current wheel on a canvas of kWheelWidth x kWheelHeight pixels.
+// Draws the current wheel on a canvas of engine.wheel.width x height pixels,
+// every length scaled by the wheel's DPI.
 void DrawWheel(const EngineState& engine, Canvas& canvas, IconCache& icons);
 
 }  // namespace zirvel

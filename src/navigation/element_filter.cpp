@@ -129,16 +129,17 @@ int DecimalDigitCount(int number) {
     return digits;
 }
 
-HintBox HintLabelBox(int number, std::int32_t x, std::int32_t y) {
-    return HintBox{x, y, DecimalDigitCount(number) * kHintLabelDigitWidth + kHintLabelPadding,
-                   kHintLabelHeight};
+HintBox HintLabelBox(int number, std::int32_t x, std::int32_t y, std::uint32_t dpi) {
+    return HintBox{x, y, ScaleByDpi(DecimalDigitCount(number) * kHintLabelDigitWidth + kHintLabelPadding, dpi),
+                   ScaleByDpi(kHintLabelHeight, dpi)};
 }
 
 bool HintAreaDrawable(const ScreenRect& area) {
     return area.Width() >= 1 && area.Height() >= 1;
 }
 
-std::vector<HintLayout> LayOutHints(const ScreenRect& area, std::span<const ScreenRect> elements) {
+std::vector<HintLayout> LayOutHints(const ScreenRect& area, std::span<const ScreenRect> elements,
+                                    std::uint32_t dpi) {
     std::vector<HintLayout> hints;
     if (!HintAreaDrawable(area)) {
         return hints;
@@ -150,7 +151,7 @@ std::vector<HintLayout> LayOutHints(const ScreenRect& area, std::span<const Scre
         HintLayout hint;
         hint.number = number;
         hint.element = HintBox{r.left - area.left, r.top - area.top, r.Width(), r.Height()};
-        hint.label = HintLabelBox(number, hint.element.x, hint.element.y);
+        hint.label = HintLabelBox(number, hint.element.x, hint.element.y, dpi);
         hints.push_back(hint);
     }
     return hints;

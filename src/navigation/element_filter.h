@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/dpi_scale.h"
 #include "engine/geometry.h"
 #include "navigation/element_scanner.h"
 
@@ -106,7 +107,8 @@ std::size_t AcceptElements(std::span<const ElementRecord> found, ElementScanMode
 // and high.
 bool IsBrowserContentWindow(std::u16string_view className, bool visible, const ScreenRect& windowRect);
 
-// The hint picture. Positions are relative to the top left of the scan area.
+// The hint picture. Positions are relative to the top left of the scan area;
+// label sizes are at 96 DPI and scale with the monitor's.
 inline constexpr std::int32_t kHintLabelHeight = 18;
 inline constexpr std::int32_t kHintLabelDigitWidth = 9;
 inline constexpr std::int32_t kHintLabelPadding = 14;
@@ -130,15 +132,17 @@ struct HintLayout {
 int DecimalDigitCount(int number);
 
 // Number `number`'s label box for an element whose top left is (x, y):
-// digits * 9 + 14 wide, 18 high.
-HintBox HintLabelBox(int number, std::int32_t x, std::int32_t y);
+// digits * 9 + 14 wide, 18 high, at 96 DPI.
+HintBox HintLabelBox(int number, std::int32_t x, std::int32_t y, std::uint32_t dpi = kDefaultDpi);
 
 // The hint picture needs at least one pixel each way.
 bool HintAreaDrawable(const ScreenRect& area);
 
-// The hints for `elements` in the picture covering `area`; empty when the
-// area is not drawable.
-std::vector<HintLayout> LayOutHints(const ScreenRect& area, std::span<const ScreenRect> elements);
+// The hints for `elements` in the picture covering `area` on a monitor of
+// `dpi`; empty when the area is not drawable. Elements keep their screen
+// pixels; only the labels scale.
+std::vector<HintLayout> LayOutHints(const ScreenRect& area, std::span<const ScreenRect> elements,
+                                    std::uint32_t dpi = kDefaultDpi);
 
 // Where saying `number` clicks: the centre of hint `number`, or nothing when
 // there is no such hint.

@@ -7,6 +7,7 @@
 #include "engine/renderer.h"
 #include "navigation/element_scanner.h"
 #include "navigation/grid.h"
+#include "navigation/grid_geometry.h"
 
 namespace zirvel {
 namespace {
@@ -53,6 +54,7 @@ void HandleElementScanResult(std::unique_ptr<ElementScanResult> result) {
         engine.hintArea = result->area;
     }
     if (engine.hintRects.empty()) return;
+    engine.hintDpi = engine.platform->MonitorDpi(GridAreaCentre(engine.hintArea));
     HideGrid();
     RenderHints();
     engine.platform->ShowSurface(Surface::Grid);

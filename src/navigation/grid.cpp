@@ -11,7 +11,9 @@ void ShowGrid() {
     EngineState& engine = Engine();
     Platform& system = *engine.platform;
     HideHints();
-    engine.gridRect = system.MonitorRect(system.CursorPosition(), false);
+    const ScreenPoint cursor = system.CursorPosition();
+    engine.gridRect = system.MonitorRect(cursor, false);
+    engine.gridDpi = system.MonitorDpi(GridAreaCentre(engine.gridRect));
     engine.gridLevel = 1;
     RenderGrid();
     system.ShowSurface(Surface::Grid);

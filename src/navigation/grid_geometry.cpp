@@ -47,12 +47,13 @@ bool GridAreaDrawable(const ScreenRect& area) {
     return area.Width() >= 1 && area.Height() >= 1;
 }
 
-float GridLabelFontSize(float cellWidth, float cellHeight) {
+float GridLabelFontSize(float cellWidth, float cellHeight, std::uint32_t dpi) {
     const float size = std::min(cellWidth, cellHeight) * 0.3f;
-    return std::clamp(size, kGridLabelMinFontSize, kGridLabelMaxFontSize);
+    const float scale = DpiScale(dpi);
+    return std::clamp(size, kGridLabelMinFontSize * scale, kGridLabelMaxFontSize * scale);
 }
 
-std::optional<GridLayout> LayOutGrid(const ScreenRect& area, std::int32_t gridLevel) {
+std::optional<GridLayout> LayOutGrid(const ScreenRect& area, std::int32_t gridLevel, std::uint32_t dpi) {
     if (!GridAreaDrawable(area)) {
         return std::nullopt;
     }
@@ -61,7 +62,8 @@ std::optional<GridLayout> LayOutGrid(const ScreenRect& area, std::int32_t gridLe
     layout.cellsPerSide = k;
     layout.cellWidth = static_cast<float>(area.Width()) / static_cast<float>(k);
     layout.cellHeight = static_cast<float>(area.Height()) / static_cast<float>(k);
-    layout.labelFontSize = GridLabelFontSize(layout.cellWidth, layout.cellHeight);
+    layout.labelFontSize = GridLabelFontSize(layout.cellWidth, layout.cellHeight, dpi);
+    const float shadowOffset = kGridLabelShadowOffset * DpiScale(dpi);
     layout.cells.reserve(static_cast<std::size_t>(k) * static_cast<std::size_t>(k));
     for (int row = 0; row < k; ++row) {
         for (int col = 0; col < k; ++col) {
@@ -73,8 +75,8 @@ std::optional<GridLayout> LayOutGrid(const ScreenRect& area, std::int32_t gridLe
                                   static_cast<float>(row) * layout.cellHeight, layout.cellWidth,
                                   layout.cellHeight};
             cell.shadow = cell.cell;
-            cell.shadow.x += kGridLabelShadowOffset;
-            cell.shadow.y += kGridLabelShadowOffset;
+            cell.shadow.x += shadowOffset;
+            cell.shadow.y += shadowOffset;
             layout.cells.push_back(cell);
         }
     }

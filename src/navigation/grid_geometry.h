@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "engine/dpi_scale.h"
 #include "engine/geometry.h"
 
 namespace zirvel {
@@ -37,7 +38,7 @@ struct GridCellLayout {
     int row = 0;
     int col = 0;
     GridRectF cell;      // filled, bordered, and the label centred in it
-    GridRectF shadow;    // the cell moved by (+2, +2): the label's shadow
+    GridRectF shadow;    // the cell moved by (+2, +2) at 96 DPI: the label's shadow
 };
 
 struct GridLayout {
@@ -52,11 +53,14 @@ inline constexpr float kGridLabelShadowOffset = 2.0f;
 inline constexpr float kGridLabelMinFontSize = 12.0f;
 inline constexpr float kGridLabelMaxFontSize = 64.0f;
 
-// min(cellWidth, cellHeight) * 0.3, kept within 12..64 pixels.
-float GridLabelFontSize(float cellWidth, float cellHeight);
+// min(cellWidth, cellHeight) * 0.3, kept within 12..64 pixels at 96 DPI
+// (bounds that scale with `dpi`).
+float GridLabelFontSize(float cellWidth, float cellHeight, std::uint32_t dpi = kDefaultDpi);
 
-// The cells of the grid picture for `area` at `gridLevel`; nothing when the
-// area is not drawable.
-std::optional<GridLayout> LayOutGrid(const ScreenRect& area, std::int32_t gridLevel);
+// The cells of the grid picture for `area` at `gridLevel` on a monitor of
+// `dpi`; nothing when the area is not drawable. The cells divide the area
+// in screen pixels whatever the DPI; only the labels scale.
+std::optional<GridLayout> LayOutGrid(const ScreenRect& area, std::int32_t gridLevel,
+                                     std::uint32_t dpi = kDefaultDpi);
 
 }  // namespace zirvel

@@ -14,17 +14,19 @@ constexpr Argb kLabelShadowColor = 0x82000000u;
 
 }  // namespace
 
-void DrawGrid(Canvas& canvas, const ScreenRect& area, std::int32_t gridLevel, std::uint32_t segmentColor) {
+void DrawGrid(Canvas& canvas, const ScreenRect& area, std::int32_t gridLevel, std::uint32_t segmentColor,
+              std::uint32_t dpi) {
     canvas.SetTextHint(TextHint::AntiAlias);
     canvas.Clear();
-    const auto layout = LayOutGrid(area, gridLevel);
+    const auto layout = LayOutGrid(area, gridLevel, dpi);
+    const float borderWidth = kCellBorderWidth * DpiScale(dpi);
     if (!layout) return;
     const Argb fill = ArgbFromColorRef(segmentColor, kCellFillAlpha);
     const CanvasFont font{std::u16string(kLabelFontFamily), layout->labelFontSize, FontWeight::Bold};
     for (const GridCellLayout& cell : layout->cells) {
         const RectF& box = cell.cell;
         canvas.FillRectangle(box, fill);
-        canvas.DrawRectangle(box, kCellBorderColor, kCellBorderWidth);
+        canvas.DrawRectangle(box, kCellBorderColor, borderWidth);
         const std::u16string label = DecimalText(cell.label);
         canvas.DrawCentredText(label, font, cell.shadow, kLabelShadowColor);
         canvas.DrawCentredText(label, font, box, kLabelColor);

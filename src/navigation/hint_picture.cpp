@@ -19,17 +19,18 @@ RectF ToRectF(const HintBox& box) {
 }  // namespace
 
 void DrawHints(Canvas& canvas, const ScreenRect& area, std::span<const ScreenRect> elements,
-               std::uint32_t segmentColor) {
+               std::uint32_t segmentColor, std::uint32_t dpi) {
     canvas.SetTextHint(TextHint::AntiAlias);
     canvas.Clear();
     const Argb fill = ArgbFromColorRef(segmentColor, kElementFillAlpha);
     const Argb border = ArgbFromColorRef(segmentColor, kElementBorderAlpha);
     const Argb labelBox = ArgbFromColorRef(segmentColor, kLabelBoxAlpha);
-    const CanvasFont font{std::u16string(kLabelFontFamily), kHintFontSize, FontWeight::Bold};
-    for (const HintLayout& hint : LayOutHints(area, elements)) {
+    const float scale = DpiScale(dpi);
+    const CanvasFont font{std::u16string(kLabelFontFamily), kHintFontSize * scale, FontWeight::Bold};
+    for (const HintLayout& hint : LayOutHints(area, elements, dpi)) {
         const RectF element = ToRectF(hint.element);
         canvas.FillRectangle(element, fill);
-        canvas.DrawRectangle(element, border, kElementBorderWidth);
+        canvas.DrawRectangle(element, border, kElementBorderWidth * scale);
         const RectF label = ToRectF(hint.label);
         canvas.FillRectangle(label, labelBox);
         canvas.DrawCentredText(DecimalText(hint.number), font, label, kOpaqueWhite);

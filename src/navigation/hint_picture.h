@@ -6,14 +6,16 @@
 #include <span>
 
 #include "engine/canvas.h"
+#include "engine/dpi_scale.h"
 #include "engine/geometry.h"
 
 namespace zirvel {
 
 // Draws the hints of `elements` (screen rectangles, hint 1 first) on a
 // canvas the size of `area`; `segmentColor` (red in the low byte) tints
-// them. An area narrower or lower than one pixel draws nothing.
+// them; labels and borders scale with the monitor's `dpi`. An area narrower
+// or lower than one pixel draws nothing.
 void DrawHints(Canvas& canvas, const ScreenRect& area, std::span<const ScreenRect> elements,
-               std::uint32_t segmentColor);
+               std::uint32_t segmentColor, std::uint32_t dpi = kDefaultDpi);
 
 }  // namespace zirvel

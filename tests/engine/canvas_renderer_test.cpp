@@ -1,28 +1,13 @@
 // The installed canvas renderer draws each picture the engine asks for and
 // presents it where the surface is.
-#include "engine_fixture.h"
+#include "canvas_renderer_fixture.h"
 
-#include "engine/canvas_renderer.h"
 #include "engine/icon_cache.h"
 #include "navigation/element_hints.h"
 #include "navigation/grid.h"
-#include "support/recording_canvas.h"
 
 namespace zirvel_test {
 namespace {
-
-class CanvasRendererTest : public EngineTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        zirvel::InstallCanvasRenderer(factory_);
-    }
-    void TearDown() override {
-        zirvel::RemoveCanvasRenderer();
-        EngineTest::TearDown();
-    }
-    RecordingCanvasFactory factory_;
-};
 
 TEST_F(CanvasRendererTest, TheWheelIsPresentedAtItsWindowBeforeItShows) {
     platform_.SetCursor({100, 100});

@@ -33,6 +33,14 @@ inline constexpr zirvel::ScreenPoint kStartCursor{700, 500};
 inline constexpr zirvel::ScreenRect kPrimaryMonitor{0, 0, 1920, 1080};
 inline constexpr zirvel::ScreenRect kRightMonitor{1920, 0, 1920 + 1280, 1024};
 
+// Wheel files of the wheel tests: four fields up, right, down, left typing
+// a, b, c, d; two wheels of one field each.
+inline constexpr char kFourDirectionFields[] = R"({"actions": [
+  {"name": "up", "key": "a"}, {"name": "right", "key": "b"}, {"name": "down", "key": "c"}, {"name": "left", "key": "d"}]})";
+inline constexpr char kTwoOneFieldWheels[] = R"({"wheels": [
+  {"name": "A", "actions": [{"name": "a", "key": "a"}]},
+  {"name": "B", "actions": [{"name": "b", "key": "b"}]}]})";
+
 // Messages as the voice thread posts them.
 inline void PostVoice(zirvel::NullPlatform& platform, std::int32_t code) {
     zirvel::EngineMessage message;

@@ -6,11 +6,6 @@ namespace {
 using zirvel::HitTestArrow;
 using zirvel::HitTestField;
 
-constexpr char kFourFields[] = R"({"actions": [
-  {"name": "up", "key": "a"}, {"name": "right", "key": "b"}, {"name": "down", "key": "c"}, {"name": "left", "key": "d"}]})";
-constexpr char kTwoWheels[] = R"({"wheels": [
-  {"name": "A", "actions": [{"name": "a", "key": "a"}]},
-  {"name": "B", "actions": [{"name": "b", "key": "b"}]}]})";
 
 // A wheels file of one wheel with `count` fields.
 std::string FieldsFile(int count) {
@@ -27,7 +22,7 @@ zirvel::ScreenRect WheelCentredOn(const zirvel::ScreenRect& monitor) {
 }
 
 TEST_F(EngineTest, FourFieldsStartAtTwelveOClockAndGoClockwise) {
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     EXPECT_EQ(HitTestField(294 + 100, 230), 1);
     EXPECT_EQ(HitTestField(294, 130), 0);
     EXPECT_EQ(HitTestField(294, 330), 2);
@@ -35,7 +30,7 @@ TEST_F(EngineTest, FourFieldsStartAtTwelveOClockAndGoClockwise) {
 }
 
 TEST_F(EngineTest, RingRadiiCountInsideAndTheGapsDoNot) {
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     EXPECT_EQ(HitTestField(294, 230 - 45), -1);
     EXPECT_EQ(HitTestField(294, 230 - 46), 0);
     EXPECT_EQ(HitTestField(294, 230 - 226), 0);
@@ -44,11 +39,11 @@ TEST_F(EngineTest, RingRadiiCountInsideAndTheGapsDoNot) {
 }
 
 TEST_F(EngineTest, ArrowsExistOnlyWithTwoWheels) {
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     EXPECT_EQ(HitTestArrow(30, 230), -1);
     EXPECT_EQ(HitTestArrow(550, 230), -1);
     EXPECT_EQ(OverlayActivateWheelFile(nullptr), 0);
-    WriteFile("two.json", kTwoWheels);
+    WriteFile("two.json", kTwoOneFieldWheels);
     ASSERT_EQ(OverlayActivateWheelFile(PathOf("two.json").c_str()), 1);
     EXPECT_EQ(HitTestArrow(10, 186), 0);
     EXPECT_EQ(HitTestArrow(53, 273), 0);
@@ -60,7 +55,7 @@ TEST_F(EngineTest, ArrowsExistOnlyWithTwoWheels) {
 }
 
 TEST_F(EngineTest, JustLeftOfTwelveOClockIsTheLastField) {
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     EXPECT_EQ(HitTestField(293, 130), 3);
 }
 
@@ -157,7 +152,7 @@ TEST_F(EngineTest, TakeFocusAsksForTheForegroundOnlyWhenSet) {
 }
 
 TEST_F(EngineTest, RawMotionMovesTheVirtualCursorOnePixelPerCountAtTheNextTick) {
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     platform_.PressHotKey();
     platform_.MoveMouse(37, -12);
     EXPECT_EQ(engine().cursorX, 294);  // applied by the timer
@@ -168,7 +163,7 @@ TEST_F(EngineTest, RawMotionMovesTheVirtualCursorOnePixelPerCountAtTheNextTick) 
 }
 
 TEST_F(EngineTest, TheVirtualCursorIsClampedToTheOverlay) {
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     platform_.PressHotKey();
     platform_.MoveMouse(-5000, -5000);
     platform_.Advance(15);
@@ -181,7 +176,7 @@ TEST_F(EngineTest, TheVirtualCursorIsClampedToTheOverlay) {
 }
 
 TEST_F(EngineTest, RedrawsHappenOnlyWhenSomethingVisibleChanged) {
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     platform_.PressHotKey();
     const int afterShow = engine().wheelRedraws;
     platform_.Advance(150);  // ten quiet ticks
@@ -196,7 +191,7 @@ TEST_F(EngineTest, RedrawsHappenOnlyWhenSomethingVisibleChanged) {
 }
 
 TEST_F(EngineTest, ClickInTheCentreGapKeepsTheWheelOpen) {
-    Start("{}", kFourFields);
+    Start("{}", kFourDirectionFields);
     platform_.PressHotKey();
     platform_.PressLeftButton();
     platform_.Advance(15);
@@ -205,7 +200,7 @@ TEST_F(EngineTest, ClickInTheCentreGapKeepsTheWheelOpen) {
 }
 
 TEST_F(EngineTest, LeftArrowOnTheFirstWheelShowsTheLastAndStaysOpen) {
-    Start("{}", kTwoWheels);
+    Start("{}", kTwoOneFieldWheels);
     platform_.PressHotKey();
     MoveVirtualCursorTo(30, 230);
     EXPECT_EQ(engine().hoveredArrow, 0);
@@ -220,7 +215,7 @@ TEST_F(EngineTest, LeftArrowOnTheFirstWheelShowsTheLastAndStaysOpen) {
 }
 
 TEST_F(EngineTest, DuplicateSelectionsOfOneClickRunTheFunctionOnce) {
-    Start(R"({"sendDelay": 0, "keyHold": 0})", kFourFields);
+    Start(R"({"sendDelay": 0, "keyHold": 0})", kFourDirectionFields);
     platform_.PressHotKey();
     MoveVirtualCursorTo(394, 230);
     platform_.PressLeftButton();
@@ -232,7 +227,7 @@ TEST_F(EngineTest, DuplicateSelectionsOfOneClickRunTheFunctionOnce) {
 }
 
 TEST_F(EngineTest, SelectingAFieldGivesCursorAndFocusBackBeforeTheRun) {
-    Start(R"({"sendDelay": 200, "keyHold": 10})", kFourFields);
+    Start(R"({"sendDelay": 200, "keyHold": 10})", kFourDirectionFields);
     platform_.PressHotKey();
     platform_.SetForeground(kOtherWindow);
     MoveVirtualCursorTo(394, 230);
@@ -268,7 +263,7 @@ protected:
     // Four fields; the wheel shows with the tracker active and the gaze on
     // field 0, above the centre.
     void ShowLookingAtTheTopField(const std::string& config) {
-        Start(config, kFourFields);
+        Start(config, kFourDirectionFields);
         ShowWithTheTrackerActive();
         LookAt(294, 80);
     }
@@ -352,7 +347,7 @@ TEST_F(GazeTest, EachTickMovesThirtyFivePercentOfTheWayTruncated) {
 TEST_F(GazeTest, TheGazePointIsTakenOnThePrimaryScreenWhereverTheWheelIs) {
     UseTwoMonitors();
     platform_.SetCursor({2500, 300});
-    Start(R"({"gazeDwell": 0})", kFourFields);
+    Start(R"({"gazeDwell": 0})", kFourDirectionFields);
     ShowWithTheTrackerActive();
     ASSERT_EQ(platform_.SurfaceAt(zirvel::Surface::Wheel).rect, WheelCentredOn(kRightMonitor));
     // (1824, 540) of the 1920 x 1080 primary screen, (-442, 258) in the window
@@ -384,7 +379,7 @@ TEST_F(GazeTest, TheGazeSteersOnlyWhenEnabledAndActive) {
 }
 
 TEST_F(GazeTest, LookingWhereTheCursorIsSteersWithoutARedraw) {
-    Start(R"({"gazeDwell": 300})", kFourFields);
+    Start(R"({"gazeDwell": 300})", kFourDirectionFields);
     ShowWithTheTrackerActive();
     ASSERT_FALSE(engine().gazeDriven);
     const int redraws = engine().wheelRedraws;
@@ -398,7 +393,7 @@ TEST_F(GazeTest, LookingWhereTheCursorIsSteersWithoutARedraw) {
 }
 
 TEST_F(GazeTest, DwellOnAnArrowSwitchesTheWheelAndKeepsItOpen) {
-    Start(R"({"gazeDwell": 300})", kTwoWheels);
+    Start(R"({"gazeDwell": 300})", kTwoOneFieldWheels);
     ShowWithTheTrackerActive();
     LookAt(30, 230);
     for (int tick = 0; tick < 100 && engine().configuration.currentWheel == 0; ++tick) Dwell(15);

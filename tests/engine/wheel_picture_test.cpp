@@ -30,7 +30,7 @@ protected:
         zirvel::EngineState& engine = scene.engine();
         engine.configuration.settings.segmentColor = kBlueColorRef;
         prepare(engine);
-        auto canvas = factory_.CreateCanvas(zirvel::kWheelWidth, zirvel::kWheelHeight);
+        auto canvas = factory_.CreateCanvas(engine.wheel.width, engine.wheel.height);
         zirvel::DrawWheel(engine, *canvas, icons_);
         return factory_.LastFrame();
     }
@@ -328,6 +328,50 @@ TEST_F(WheelPictureTest, AFinishedDwellIsAFullCircleAtMost) {
                                   Op::DrawArc);
     ASSERT_EQ(arc.size(), 1u);
     EXPECT_FLOAT_EQ(arc[0].sweepAngle, 360.0f);
+}
+
+// At 144 DPI the picture is the 96-DPI one with every length half as large
+// again: sectors, hole, labels, fonts, icons, arrows, cursor and dwell ring.
+TEST_F(WheelPictureTest, At144DpiEveryLengthOfThePictureIsHalfAsLargeAgain) {
+    factory_.AddImage(zirvel::ResolveIconPath(u"icons\\copy.png", u"/opt/zirvel"));
+    const auto scene = [](std::uint32_t dpi) {
+        return [dpi](zirvel::EngineState& engine) {
+            engine.wheel = zirvel::WheelGeometryAt(dpi);
+            engine.hoveredField = 1;
+            engine.hoveredArrow = 0;
+            engine.cursorX = 300 * static_cast<int>(dpi) / 96;
+            engine.cursorY = 120 * static_cast<int>(dpi) / 96;
+            engine.dwellProgress = 0.5f;
+        };
+    };
+    std::vector<zirvel::Wheel> wheels = {NumberedWheel(5, u"Biuro"), NumberedWheel(3)};
+    wheels[0].functions[2].icon = u"icons\\copy.png";
+    wheels[0].functions[3].icon = u"icons\\copy.png";
+    wheels[0].functions[3].name.clear();
+    const Frame at96 = Draw(wheels, scene(96));
+    const Frame at144 = Draw(wheels, scene(144));
+    EXPECT_EQ(factory_.LastSize(), (zirvel::ScreenPoint{882, 690}));
+    ASSERT_EQ(KindsOf(at144), KindsOf(at96));
+    for (std::size_t i = 0; i < at96.size(); ++i) {
+        SCOPED_TRACE(i);
+        const CanvasOperation& small = at96[i];
+        const CanvasOperation& large = at144[i];
+        ExpectRect(large.rect, small.rect.x * 1.5f, small.rect.y * 1.5f, small.rect.width * 1.5f,
+                   small.rect.height * 1.5f);
+        EXPECT_FLOAT_EQ(large.penWidth, small.penWidth * 1.5f);
+        EXPECT_FLOAT_EQ(large.font.pixelSize, small.font.pixelSize * 1.5f);
+        EXPECT_EQ(large.startAngle, small.startAngle);
+        EXPECT_EQ(large.sweepAngle, small.sweepAngle);
+        EXPECT_EQ(large.color, small.color);
+        EXPECT_EQ(large.text, small.text);
+        ASSERT_EQ(large.points.size(), small.points.size());
+        for (std::size_t p = 0; p < small.points.size(); ++p) {
+            EXPECT_NEAR(large.points[p].x, small.points[p].x * 1.5f, 1e-3f);
+            EXPECT_NEAR(large.points[p].y, small.points[p].y * 1.5f, 1e-3f);
+        }
+    }
+    EXPECT_FALSE(OperationsOf(at144, Op::DrawImage).empty());
+    EXPECT_FALSE(OperationsOf(at144, Op::DrawArc).empty());
 }
 
 }  // namespace

@@ -73,6 +73,7 @@ WineSession::WineSession(const std::string& config, const std::string& wheels) :
     if (!wheels.empty()) WriteText(directory_ / "default.json", wheels);
     WriteText(directory_ / "voice.json", R"({"actions": []})");
     WriteText(directory_ / "commands.txt", "");
+    prefix_ = kPrefix;
     EndWine();  // a server left by an earlier session would serve its X display
     ready_ = std::filesystem::exists(kPrefix / "system.reg");
 }
@@ -88,7 +89,7 @@ WineSession::~WineSession() {
 
 std::vector<std::string> WineSession::Environment() const {
     std::vector<std::string> variables{
-        "DISPLAY=" + server_.Name(), "WINEPREFIX=" + kPrefix.string(), "WINEDEBUG=-all",
+        "DISPLAY=" + server_.Name(), "WINEPREFIX=" + prefix_.string(), "WINEDEBUG=-all",
         // No Mono or Gecko installers; a crash ends the program instead of waiting in the debugger.
         "WINEDLLOVERRIDES=mscoree,mshtml=;winedbg.exe=d", "LC_ALL=C.UTF-8"};
     variables.insert(variables.end(), extraEnvironment_.begin(), extraEnvironment_.end());
@@ -99,6 +100,30 @@ std::unique_ptr<ChildProcess> WineSession::Run(const std::vector<std::string>& c
     std::vector<std::string> line = {"wine"};
     line.insert(line.end(), command.begin(), command.end());
     return std::make_unique<ChildProcess>(line, Environment(), directory_ / "wine-output.txt");
+}
+
+bool WineSession::UsePrivatePrefix() {
+    if (!ready_) return false;
+    const std::filesystem::path copy = directory_ / "wineprefix";
+    std::error_code error;
+    std::filesystem::copy(kPrefix, copy,
+                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::create_hard_links |
+                              std::filesystem::copy_options::copy_symlinks,
+                          error);
+    if (error) return false;
+    // The registry is what the session changes: real copies, not links.
+    for (const char* name : {"system.reg", "user.reg", "userdef.reg"}) {
+        std::filesystem::remove(copy / name, error);
+        std::filesystem::copy_file(kPrefix / name, copy / name, error);
+        if (error) return false;
+    }
+    prefix_ = copy;
+    return true;
+}
+
+bool WineSession::SetRegistryDword(const std::string& key, const std::string& name, std::uint32_t value) {
+    auto reg = Run({"reg", "add", key, "/v", name, "/t", "REG_DWORD", "/d", std::to_string(value), "/f"});
+    return reg->WaitForExit(30s).value_or(-1) == 0;
 }
 
 void WineSession::EndWine() const {

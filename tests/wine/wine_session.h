@@ -6,6 +6,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -29,6 +30,13 @@ public:
     WineSession& operator=(const WineSession&) = delete;
 
     bool Ready() const { return ready_; }
+    // From now on a prefix of this session's own, a copy of the build's
+    // (hard links, the registry files copied), so that registry settings
+    // such as the DPI stay out of every other test. Call before starting
+    // anything; false when the copy failed.
+    bool UsePrivatePrefix();
+    // Adds a DWORD value to the registry of the session's prefix.
+    bool SetRegistryDword(const std::string& key, const std::string& name, std::uint32_t value);
     // Further variables for the environment of every Wine process ("NAME=value").
     void AddEnvironment(std::string variable) { extraEnvironment_.push_back(std::move(variable)); }
     XConnection& User() { return *user_; }
@@ -91,6 +99,7 @@ private:
     std::unique_ptr<ChildProcess> application_;
     std::vector<std::unique_ptr<ChildProcess>> engines_;
     bool ready_ = false;
+    std::filesystem::path prefix_;
     std::vector<std::string> extraEnvironment_;
     int syncs_ = 0;
 };

@@ -3,6 +3,7 @@
 // receiving what the wheel sends, voice phrases through the control socket.
 #include <gtest/gtest.h>
 
+#include <X11/Xatom.h>
 #include <X11/extensions/Xrandr.h>
 #include <X11/keysym.h>
 
@@ -503,6 +504,46 @@ TEST_F(CompositedTest, TheDesktopShowsThroughTheCentreHoleAndTheRingIsTranslucen
         const std::uint32_t blended = (colour[channel] * 135 + 0x80 * (255 - 135)) / 255;
         EXPECT_NEAR(static_cast<double>((ring >> (16 - 8 * channel)) & 0xFF), blended, 3.0) << "channel " << channel;
     }
+}
+
+}  // namespace
+}  // namespace zirvel_test
+
+namespace zirvel_test {
+namespace {
+
+// The desktop at 144 DPI (150 %), as its settings daemon says it to Qt and
+// GTK: Xft.dpi in the root window's resources.
+class HighDpiProgramTest : public LiveProgramTest {
+protected:
+    void SetUp() override {
+        LiveProgramTest::SetUp();
+        constexpr char kResources[] = "Xft.dpi:\t144\nXft.antialias:\t1\n";
+        XChangeProperty(user_.Get(), user_.Root(), XA_RESOURCE_MANAGER, XA_STRING, 8, PropModeReplace,
+                        reinterpret_cast<const unsigned char*>(kResources), sizeof kResources - 1);
+        XSync(user_.Get(), False);
+    }
+};
+
+TEST_F(HighDpiProgramTest, TheWheelIs882By690AndFiftyCountsUpPickTheTopField) {
+    StartProgram();
+    ShowWheel();
+    const XConnection::Geometry wheel = user_.WindowGeometry(user_.FindWindow(kWheelTitle));
+    EXPECT_EQ(wheel.x, (1920 - 882) / 2);
+    EXPECT_EQ(wheel.y, (1080 - 690) / 2);
+    EXPECT_EQ(wheel.width, 882);
+    EXPECT_EQ(wheel.height, 690);
+    // 44 counts are 66 pixels: still in the hole of radius 69.
+    EXPECT_TRUE(MoveWheelCursor(user_, wheel, 0, -44, 0, -66, 144)) << "no redraw";
+    user_.ClickButton(1);
+    std::this_thread::sleep_for(100ms);
+    EXPECT_TRUE(WheelShows());
+    // 50 counts are 75 pixels: the top field, as 50 pixels are at 96 DPI.
+    EXPECT_TRUE(MoveWheelCursor(user_, wheel, 0, -6, 0, -75, 144)) << "no redraw";
+    user_.ClickButton(1);
+    EXPECT_TRUE(WaitUntil([this] { return !WheelShows(); }, 2000ms));
+    ASSERT_TRUE(application_.WaitForEvents(KeyRelease, 1, 2000ms));
+    EXPECT_EQ(application_.Events(KeyPress).at(0).symbol, static_cast<KeySym>(XK_a));
 }
 
 }  // namespace

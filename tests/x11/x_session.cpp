@@ -490,13 +490,15 @@ std::vector<TestApplication::Received> TestApplication::Events(int type) {
     return matching;
 }
 
-bool MoveWheelCursor(XConnection& user, const XConnection::Geometry& wheel, int dx, int dy, int x, int y) {
-    // The wheel is 588 x 460 with its centre at (294, 230); a point just
-    // inside the arrow's tip is white.
+bool MoveWheelCursor(XConnection& user, const XConnection::Geometry& wheel, int dx, int dy, int x, int y,
+                     int dpi) {
+    // At 96 DPI the wheel is 588 x 460 with its centre at (294, 230); a
+    // point just inside the arrow's tip is white.
+    const auto scaled = [dpi](int length) { return (length * dpi + 48) / 96; };
     const std::uint64_t before = user.ScreenChecksum(wheel);
     user.MoveMouseBy(dx, dy);
-    const int insideArrowX = wheel.x + 294 + x + 2;
-    const int insideArrowY = wheel.y + 230 + y + 6;
+    const int insideArrowX = wheel.x + scaled(294) + x + scaled(2);
+    const int insideArrowY = wheel.y + scaled(230) + y + scaled(6);
     return WaitUntil(
         [&] { return user.ScreenChecksum(wheel) != before && user.ScreenPixel(insideArrowX, insideArrowY) == 0xFFFFFF; },
         std::chrono::milliseconds(3000));

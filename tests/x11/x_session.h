@@ -127,8 +127,10 @@ private:
 // Plays raw motion (dx, dy) while a wheel shows in `wheel`, and waits at
 // most 3 s until the wheel has drawn again with its virtual cursor's white
 // arrow at (x, y) from the wheel's centre, where the motion should have put
-// it: a click then picks what the wheel shows.
-bool MoveWheelCursor(XConnection& user, const XConnection::Geometry& wheel, int dx, int dy, int x, int y);
+// it: a click then picks what the wheel shows. `dpi` is that of the wheel
+// (its centre and arrow scale with it; x and y are in screen pixels).
+bool MoveWheelCursor(XConnection& user, const XConnection::Geometry& wheel, int dx, int dy, int x, int y,
+                     int dpi = 96);
 
 // A plain window that stands in for a game: it takes the focus and records
 // the key and button events that reach it.

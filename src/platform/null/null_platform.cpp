@@ -208,6 +208,16 @@ void NullPlatform::SetMonitors(std::vector<ScreenRect> monitors) {
     monitors_ = std::move(monitors);
 }
 
+void NullPlatform::SetDpi(std::uint32_t dpi) {
+    std::lock_guard lock(mutex_);
+    dpi_ = dpi;
+}
+
+void NullPlatform::SetMonitorDpi(ScreenRect monitor, std::uint32_t dpi) {
+    std::lock_guard lock(mutex_);
+    monitorDpis_.emplace_back(monitor, dpi);
+}
+
 void NullPlatform::SetCursor(ScreenPoint point) {
     std::lock_guard lock(mutex_);
     cursor_ = point;
@@ -381,6 +391,15 @@ ScreenRect NullPlatform::ForegroundMonitorRect() {
 ScreenPoint NullPlatform::PrimaryScreenSize() {
     std::lock_guard lock(mutex_);
     return {monitors_.front().Width(), monitors_.front().Height()};
+}
+
+std::uint32_t NullPlatform::MonitorDpi(ScreenPoint point) {
+    std::lock_guard lock(mutex_);
+    const ScreenRect monitor = ChooseMonitor(monitors_, point, true);
+    for (const auto& [rect, dpi] : monitorDpis_) {
+        if (rect == monitor) return dpi;
+    }
+    return dpi_;
 }
 
 void NullPlatform::PlaceSurface(Surface surface, ScreenRect rect) {

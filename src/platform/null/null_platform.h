@@ -14,6 +14,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/platform.h"
@@ -67,6 +68,10 @@ public:
     // A physical left press: reported while captured, else only recorded.
     void PressLeftButton();
     void SetMonitors(std::vector<ScreenRect> monitors);  // the first is primary
+    // The DPI of every monitor that has no DPI of its own (96 unless set).
+    void SetDpi(std::uint32_t dpi);
+    // The DPI of the monitor `monitor` (exactly as given to SetMonitors).
+    void SetMonitorDpi(ScreenRect monitor, std::uint32_t dpi);
     void SetCursor(ScreenPoint point);
     void SetForeground(WindowHandle window);  // also makes it a live window
     void CloseWindow(WindowHandle window);
@@ -119,6 +124,7 @@ public:
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;
+    std::uint32_t MonitorDpi(ScreenPoint point) override;
     void PlaceSurface(Surface surface, ScreenRect rect) override;
     void ShowSurface(Surface surface) override;
     void HideSurface(Surface surface) override;
@@ -170,6 +176,8 @@ private:
     std::vector<WindowHandle> foregroundRequests_;
     int takeFocusRequests_ = 0;
     std::vector<ScreenRect> monitors_{ScreenRect{0, 0, 1920, 1080}};
+    std::uint32_t dpi_ = 96;
+    std::vector<std::pair<ScreenRect, std::uint32_t>> monitorDpis_;
     std::map<Surface, SurfaceState> surfaces_;
     bool buttonsSwapped_ = false;
     std::vector<InjectedInput> injected_;  // refused input is not recorded

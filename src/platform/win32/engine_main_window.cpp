@@ -9,6 +9,8 @@
 #include "engine/engine_state.h"
 #include "engine/engine_voice_target.h"
 #include "engine/help_page.h"
+#include "engine/dpi_scale.h"
+#include "platform/win32/dpi_awareness.h"
 #include "platform/win32/engine_window_protocol.h"
 #include "platform/win32/win32_platform.h"
 
@@ -26,6 +28,14 @@ std::u16string CopiedText(const COPYDATASTRUCT& data) {
 // Tries to add a refused tray icon once a second for a minute.
 constexpr UINT kTrayRetryPeriod = 1000;
 constexpr int kTrayRetries = 60;
+// At 96 DPI; scaled by the main window's DPI.
+constexpr int kWindowWidth = 560;
+constexpr int kWindowHeight = 570;
+constexpr RECT kEditorButton{20, 480, 190, 512};
+constexpr int kUiFontHeight = 15;
+constexpr int kHelpFontHeight = 16;
+constexpr int kHelpMarginX = 20;
+constexpr int kHelpMarginTop = 16;
 
 // Copies `text` into a fixed field of the tray record, cut to fit.
 template <std::size_t N>
@@ -40,12 +50,14 @@ void CopyToField(wchar_t (&field)[N], const std::u16string& text) {
 LRESULT Win32Platform::OnMainWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_CREATE: {
-            HWND button = CreateWindowExW(0, L"BUTTON", L"Edytor funkcji…", WS_CHILD | WS_VISIBLE, 20, 480, 170, 32,
-                                          window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kOpenEditorCommand)),
-                                          instance_, nullptr);
-            SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(uiFont_), TRUE);
+            // Placed and given its font by ScaleMainWindow.
+            CreateWindowExW(0, L"BUTTON", L"Edytor funkcji…", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(kOpenEditorCommand)), instance_, nullptr);
             return 0;
         }
+        case WM_DPICHANGED:
+            OnMainWindowDpiChanged(AcceptDpiChange(window, wParam, lParam));
+            return 0;
         case WM_PAINT:
             PaintHelpPage(window);
             return 0;
@@ -133,15 +145,37 @@ void Win32Platform::PaintHelpPage(HWND window) {
     GetClientRect(window, &client);
     FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
     SetBkMode(dc, TRANSPARENT);
-    HFONT font = CreateFontW(-16, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                             CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"Segoe UI");
-    HGDIOBJ previous = SelectObject(dc, font);
+    HGDIOBJ previous = SelectObject(dc, helpFont_);
     const std::u16string text = HelpPageText(Engine());
-    RECT box{client.left + 20, client.top + 16, client.right - 20, client.bottom};
+    const int marginX = ScaleByDpi(kHelpMarginX, mainDpi_);
+    RECT box{client.left + marginX, client.top + ScaleByDpi(kHelpMarginTop, mainDpi_), client.right - marginX,
+             client.bottom};
     DrawTextW(dc, reinterpret_cast<const wchar_t*>(text.c_str()), static_cast<int>(text.size()), &box, DT_WORDBREAK);
     SelectObject(dc, previous);
-    DeleteObject(font);
     EndPaint(window, &paint);
+}
+
+void Win32Platform::ScaleMainWindow() {
+    if (!main_) return;
+    OnMainWindowDpiChanged(DpiOfWindow(main_));
+    SetWindowPos(main_, nullptr, 0, 0, ScaleByDpi(kWindowWidth, mainDpi_), ScaleByDpi(kWindowHeight, mainDpi_),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Win32Platform::OnMainWindowDpiChanged(std::uint32_t dpi) {
+    mainDpi_ = dpi;
+    for (HFONT* font : {&uiFont_, &helpFont_}) {
+        if (*font) DeleteObject(*font);
+    }
+    uiFont_ = CreateUiFont(kUiFontHeight, dpi);
+    helpFont_ = CreateUiFont(kHelpFontHeight, dpi);
+    HWND button = GetDlgItem(main_, kOpenEditorCommand);
+    const int left = ScaleByDpi(kEditorButton.left, dpi);
+    const int top = ScaleByDpi(kEditorButton.top, dpi);
+    SetWindowPos(button, nullptr, left, top, ScaleByDpi(kEditorButton.right, dpi) - left,
+                 ScaleByDpi(kEditorButton.bottom, dpi) - top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(uiFont_), TRUE);
+    InvalidateRect(main_, nullptr, TRUE);
 }
 
 void Win32Platform::ShowMainWindow() {

@@ -2,6 +2,8 @@
 
 #include "config/text.h"
 #include "config/wheels_file.h"
+#include "engine/dpi_scale.h"
+#include "platform/win32/dpi_awareness.h"
 #include "platform/win32/editor_dialogs.h"
 #include "platform/win32/engine_window_protocol.h"
 
@@ -11,6 +13,7 @@ namespace {
 constexpr DWORD kEditorStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr int kClientWidth = 900;
 constexpr int kClientHeight = 492;
+constexpr int kFontHeight = 15;
 
 // Command ids of the controls.
 enum : WORD {
@@ -29,6 +32,7 @@ constexpr DWORD kEdit = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_AUTO
 constexpr DWORD kList = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
 constexpr DWORD kDropDown = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST;
 
+// Positions and sizes at 96 DPI.
 struct ControlSpec {
     WORD id;  // 0: a label nobody addresses
     const wchar_t* className;
@@ -94,15 +98,15 @@ const wchar_t* Wide(const std::u16string& text) { return reinterpret_cast<const 
 
 }  // namespace
 
-FunctionEditorWindow::FunctionEditorWindow(HINSTANCE instance, HWND owner, HFONT font)
+FunctionEditorWindow::FunctionEditorWindow(HINSTANCE instance, HWND owner)
     : instance_(instance),
       owner_(owner),
-      font_(font),
       ownDialogs_(std::make_unique<Win32EditorDialogs>(window_)),
       dialogs_(ownDialogs_.get()) {}
 
 FunctionEditorWindow::~FunctionEditorWindow() {
     if (window_) DestroyWindow(window_);
+    if (font_) DeleteObject(font_);
 }
 
 void FunctionEditorWindow::SetDialogs(EditorDialogs* dialogs) { dialogs_ = dialogs ? dialogs : ownDialogs_.get(); }
@@ -131,6 +135,7 @@ void FunctionEditorWindow::Open() {
                     outer.right - outer.left, outer.bottom - outer.top, owner_, nullptr, instance_, this);
     if (!window_) return;
     CreateControls();
+    ScaleTo(DpiOfWindow(window_), true);
     FillAll();
     ShowWindow(window_, SW_SHOW);
     SetForegroundWindow(window_);
@@ -145,12 +150,16 @@ LRESULT FunctionEditorWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
             // Labels take the window's face colour.
             SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
             return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+        case WM_DPICHANGED:
+            ScaleTo(AcceptDpiChange(window_, wParam, lParam), false);
+            return 0;
         case WM_CLOSE:
             if (ConfirmCloseEditor(editor_, *dialogs_)) DestroyWindow(window_);
             return 0;
         case WM_DESTROY:
             SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
             window_ = nullptr;
+            controls_.clear();
             return 0;
         default:
             return DefWindowProcW(window_, message, wParam, lParam);
@@ -158,16 +167,36 @@ LRESULT FunctionEditorWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
 }
 
 void FunctionEditorWindow::CreateControls() {
+    controls_.clear();
     for (const ControlSpec& spec : kControls) {
-        HWND control = CreateWindowExW(0, spec.className, spec.text, spec.style, spec.x, spec.y, spec.width,
-                                       spec.height, window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(spec.id)),
-                                       instance_, nullptr);
-        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+        controls_.push_back(CreateWindowExW(0, spec.className, spec.text, spec.style, spec.x, spec.y, spec.width,
+                                            spec.height, window_,
+                                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(spec.id)), instance_, nullptr));
     }
     for (const wchar_t* item : kActionItems) {
         SendMessageW(Control(kStepAction), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
     }
     SendMessageW(Control(kStepAction), CB_SETCURSEL, 0, 0);
+}
+
+void FunctionEditorWindow::ScaleTo(std::uint32_t dpi, bool sizeWindow) {
+    if (sizeWindow) {
+        RECT outer{0, 0, ScaleByDpi(kClientWidth, dpi), ScaleByDpi(kClientHeight, dpi)};
+        AdjustWindowRect(&outer, kEditorStyle, FALSE);  // the frame, which Windows scales itself
+        SetWindowPos(window_, nullptr, 0, 0, outer.right - outer.left, outer.bottom - outer.top,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    HFONT previous = font_;
+    font_ = CreateUiFont(kFontHeight, dpi);
+    for (std::size_t i = 0; i < controls_.size() && i < std::size(kControls); ++i) {
+        const ControlSpec& spec = kControls[i];
+        const int left = ScaleByDpi(spec.x, dpi);
+        const int top = ScaleByDpi(spec.y, dpi);
+        SetWindowPos(controls_[i], nullptr, left, top, ScaleByDpi(spec.x + spec.width, dpi) - left,
+                     ScaleByDpi(spec.y + spec.height, dpi) - top, SWP_NOZORDER | SWP_NOACTIVATE);
+        SendMessageW(controls_[i], WM_SETFONT, reinterpret_cast<WPARAM>(font_), TRUE);
+    }
+    if (previous) DeleteObject(previous);
 }
 
 std::u16string FunctionEditorWindow::Text(int id) const {

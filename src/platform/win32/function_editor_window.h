@@ -8,7 +8,9 @@
 #endif
 #include <windows.h>
 
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "engine/function_editor.h"
 
@@ -16,7 +18,7 @@ namespace zirvel::win32 {
 
 class FunctionEditorWindow {
 public:
-    FunctionEditorWindow(HINSTANCE instance, HWND owner, HFONT font);
+    FunctionEditorWindow(HINSTANCE instance, HWND owner);
     ~FunctionEditorWindow();
     FunctionEditorWindow(const FunctionEditorWindow&) = delete;
     FunctionEditorWindow& operator=(const FunctionEditorWindow&) = delete;
@@ -34,6 +36,9 @@ public:
 private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void CreateControls();
+    // Fonts, control positions and (unless Windows sized it already) the
+    // window's size at the DPI the window is drawn at.
+    void ScaleTo(std::uint32_t dpi, bool sizeWindow);
     void OnCommand(WORD id, WORD code);
     void OnStepCommand(WORD id);
 
@@ -51,8 +56,9 @@ private:
 
     HINSTANCE instance_;
     HWND owner_;
-    HFONT font_;
+    HFONT font_ = nullptr;  // at the window's DPI
     HWND window_ = nullptr;
+    std::vector<HWND> controls_;  // in the order of their specifications
     FunctionEditor editor_;
     std::unique_ptr<EditorDialogs> ownDialogs_;
     EditorDialogs* dialogs_;

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <thread>
 
+#include "engine/wheel_geometry.h"
+#include "platform/win32/dpi_awareness.h"
 #include "platform/win32/engine_window_protocol.h"
 #include "config/key_stroke.h"
 #include "platform/win32/injection_signature.h"
@@ -62,21 +64,20 @@ void ForegroundThroughAttachedInput(HWND attachTo, HWND window) {
 
 Win32Platform::Win32Platform(HINSTANCE instance) : instance_(instance) {
     current = this;
-    SetProcessDPIAware();  // the engine works in physical pixels
+    MakeProcessPerMonitorDpiAware();  // the engine works in physical pixels
     RegisterClass(instance, kMainWindowClass, MainWindowProcedure, true, true);
     RegisterClass(instance, kWheelWindowClass, WheelWindowProcedure, true, false);
     RegisterClass(instance, kGridWindowClass, DefWindowProcW, false, false);
     RegisterClass(instance, kEditorWindowClass, FunctionEditorWindow::Procedure, true, true,
                   reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1)));
-    uiFont_ = CreateFontW(-15, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                          CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"Segoe UI");
     main_ = CreateWindowExW(0, kMainWindowClass, L"Zirvel", kMainWindowStyle, CW_USEDEFAULT, CW_USEDEFAULT, 560, 570,
                             nullptr, nullptr, instance, nullptr);
-    wheel_ = CreateWindowExW(kWheelExStyle, kWheelWindowClass, L"", WS_POPUP, 0, 0, 588, 460, nullptr, nullptr,
-                             instance, nullptr);
+    ScaleMainWindow();
+    wheel_ = CreateWindowExW(kWheelExStyle, kWheelWindowClass, L"", WS_POPUP, 0, 0, kWheelWidth, kWheelHeight,
+                             nullptr, nullptr, instance, nullptr);
     grid_ = CreateWindowExW(kGridExStyle, kGridWindowClass, L"", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr,
                             instance, nullptr);
-    editor_ = std::make_unique<FunctionEditorWindow>(instance, main_, uiFont_);
+    editor_ = std::make_unique<FunctionEditorWindow>(instance, main_);
     taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     // Explorer runs at medium integrity: an engine run as administrator
     // would not hear that the taskbar came back. Only this message is let in.
@@ -96,6 +97,7 @@ Win32Platform::~Win32Platform() {
         DestroyWindow(main_);
     }
     if (uiFont_) DeleteObject(uiFont_);
+    if (helpFont_) DeleteObject(helpFont_);
     if (current == this) current = nullptr;
 }
 
@@ -231,6 +233,10 @@ ScreenRect Win32Platform::ForegroundMonitorRect() {
 }
 
 ScreenPoint Win32Platform::PrimaryScreenSize() { return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }
+
+std::uint32_t Win32Platform::MonitorDpi(ScreenPoint point) {
+    return DpiOfMonitor(MonitorFromPoint(POINT{point.x, point.y}, MONITOR_DEFAULTTONEAREST));
+}
 
 // --- Overlay surfaces ---------------------------------------------------------------------
 

@@ -36,9 +36,7 @@ public:
     HWND MainWindow() const { return main_; }
     HWND WheelWindow() const { return wheel_; }
     HWND GridWindow() const { return grid_; }
-    HFONT UiFont() const { return uiFont_; }
-    // The engine's own tray icon is in the notification area.
-    bool TrayIconShown() const { return trayAdded_; }
+
     // The function editor that "Edytor funkcji…" opens.
     FunctionEditorWindow& Editor() { return *editor_; }
     // The main window was destroyed ("Zakończ"), after the engine let go of
@@ -70,6 +68,7 @@ public:
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;
+    std::uint32_t MonitorDpi(ScreenPoint point) override;
     void PlaceSurface(Surface surface, ScreenRect rect) override;
     void ShowSurface(Surface surface) override;
     void HideSurface(Surface surface) override;
@@ -91,6 +90,9 @@ private:
     // engine_main_window.cpp
     LRESULT OnMainWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void PaintHelpPage(HWND window);
+    // Sizes the main window, its font and its button for its monitor's DPI.
+    void ScaleMainWindow();
+    void OnMainWindowDpiChanged(std::uint32_t dpi);
     void ShowTrayMenu();
     void ShowMainWindow();
     LRESULT OnCopyData(const COPYDATASTRUCT& data);
@@ -110,7 +112,9 @@ private:
     HWND main_ = nullptr;
     HWND wheel_ = nullptr;
     HWND grid_ = nullptr;
-    HFONT uiFont_ = nullptr;
+    HFONT uiFont_ = nullptr;  // at the main window's DPI
+    HFONT helpFont_ = nullptr;
+    std::uint32_t mainDpi_ = 96;
     PlatformEvents* events_ = nullptr;
     std::unique_ptr<FunctionEditorWindow> editor_;
     std::function<void()> destroyed_;

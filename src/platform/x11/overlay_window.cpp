@@ -20,6 +20,27 @@ OverlayWindow::OverlayWindow(const QString& title, Input input) {
     setFormat(format);
 }
 
+namespace {
+
+int ToDeviceIndependent(int pixels, qreal ratio) { return qRound(static_cast<qreal>(pixels) / ratio); }
+int ToPixels(int deviceIndependent, qreal ratio) { return qRound(static_cast<qreal>(deviceIndependent) * ratio); }
+
+}  // namespace
+
+void OverlayWindow::Place(ScreenRect rect) {
+    const qreal ratio = devicePixelRatio();
+    setGeometry(ToDeviceIndependent(rect.left, ratio), ToDeviceIndependent(rect.top, ratio),
+                ToDeviceIndependent(rect.Width(), ratio), ToDeviceIndependent(rect.Height(), ratio));
+}
+
+ScreenRect OverlayWindow::Placed() const {
+    const QRect rect = geometry();
+    const qreal ratio = devicePixelRatio();
+    const int left = ToPixels(rect.left(), ratio);
+    const int top = ToPixels(rect.top(), ratio);
+    return {left, top, left + ToPixels(rect.width(), ratio), top + ToPixels(rect.height(), ratio)};
+}
+
 void OverlayWindow::ShowPicture(ScreenPoint position, const Picture& picture) {
     if (image_.width() != picture.width || image_.height() != picture.height) {
         image_ = QImage(picture.width, picture.height, QImage::Format_ARGB32_Premultiplied);
@@ -29,7 +50,8 @@ void OverlayWindow::ShowPicture(ScreenPoint position, const Picture& picture) {
         std::memcpy(image_.scanLine(y), picture.pixels.data() + static_cast<std::size_t>(y) * picture.width,
                     static_cast<std::size_t>(picture.width) * sizeof(std::uint32_t));
     }
-    setGeometry(position.x, position.y, picture.width, picture.height);
+    image_.setDevicePixelRatio(devicePixelRatio());
+    Place({position.x, position.y, position.x + picture.width, position.y + picture.height});
     update();
 }
 

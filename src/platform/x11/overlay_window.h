@@ -16,7 +16,12 @@ public:
     enum class Input { Taken, PassedThrough };
     OverlayWindow(const QString& title, Input input);
 
+    // Both in the engine's screen pixels, which are the X server's: where Qt
+    // scales windows by the desktop's DPI, they are converted to Qt's
+    // device-independent pixels and the picture is painted one to one.
+    void Place(ScreenRect rect);
     void ShowPicture(ScreenPoint position, const Picture& picture);
+    ScreenRect Placed() const;
     // Called once the picture has been painted (for latency figures).
     void SetPaintedCallback(std::function<void()> painted) { painted_ = std::move(painted); }
 

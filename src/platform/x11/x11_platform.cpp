@@ -13,7 +13,9 @@
 #include <thread>
 
 #include "config/utf.h"
+#include "engine/dpi_scale.h"
 #include "engine/monitor_choice.h"
+#include "platform/x11/desktop_dpi.h"
 #include "platform/x11/live_keyboard_layout.h"
 #include "platform/x11/open_target.h"
 #include "platform/x11/overlay_window.h"
@@ -482,6 +484,27 @@ ScreenPoint X11Platform::PrimaryScreenSize() {
     return {monitors_.front().Width(), monitors_.front().Height()};
 }
 
+std::uint32_t X11Platform::MonitorDpi(ScreenPoint) {
+    if (!Ready()) return kDefaultDpi;
+    std::lock_guard lock(xLock_);
+    // Read anew at every show: the desktop's settings change it while we run.
+    Atom type = 0;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long remaining = 0;
+    unsigned char* data = nullptr;
+    constexpr long kLongestDatabase = 1 << 20;  // in 32-bit units
+    if (XGetWindowProperty(display_, DefaultRootWindow(display_), XA_RESOURCE_MANAGER, 0, kLongestDatabase, False,
+                           XA_STRING, &type, &format, &count, &remaining, &data) != Success) {
+        return kDefaultDpi;
+    }
+    const std::uint32_t dpi = type == XA_STRING && format == 8 && data
+                                  ? DpiFromResources({reinterpret_cast<const char*>(data), count})
+                                  : kDefaultDpi;
+    if (data) XFree(data);
+    return dpi;
+}
+
 // --- Overlay surfaces -------------------------------------------------------------------
 
 OverlayWindow& X11Platform::SurfaceWindow(Surface surface) {
@@ -490,7 +513,7 @@ OverlayWindow& X11Platform::SurfaceWindow(Surface surface) {
 
 void X11Platform::PlaceSurface(Surface surface, ScreenRect rect) {
     if (!Ready()) return;
-    SurfaceWindow(surface).setGeometry(rect.left, rect.top, rect.Width(), rect.Height());
+    SurfaceWindow(surface).Place(rect);
 }
 
 void X11Platform::ShowSurface(Surface surface) {
@@ -512,8 +535,7 @@ void X11Platform::PresentPicture(Surface surface, ScreenPoint position, const Pi
 
 ScreenRect X11Platform::SurfaceRect(Surface surface) {
     if (!Ready()) return {};
-    const QRect rect = SurfaceWindow(surface).geometry();
-    return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
+    return SurfaceWindow(surface).Placed();
 }
 
 // --- Injection ------------------------------------------------------------------------------

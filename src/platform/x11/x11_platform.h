@@ -68,6 +68,8 @@ public:
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;
+    // Xft.dpi of the desktop: X11 has one for every monitor.
+    std::uint32_t MonitorDpi(ScreenPoint point) override;
     void PlaceSurface(Surface surface, ScreenRect rect) override;
     void ShowSurface(Surface surface) override;
     void HideSurface(Surface surface) override;
