@@ -119,10 +119,22 @@ int RunPictureBenchmark(zirvel::CanvasFactory& factory, const char* canvasName) 
                 zirvel::DrawWheel(engine, *canvas, icons);
                 canvas->TakePicture();
             });
-            const std::string what = "DrawWheel, " + std::to_string(fields) + " fields with icons, " +
+            const std::string size = std::to_string(fields) + " fields with icons, " +
                                      std::to_string(engine.wheel.width) + " x " +
                                      std::to_string(engine.wheel.height);
-            Report(what.c_str(), kWheelRuns, figures);
+            Report(("DrawWheel, " + size).c_str(), kWheelRuns, figures);
+            // A frame of steering within a field, as the renderer draws it:
+            // the pointer over a copy of the body it keeps.
+            auto bodyCanvas = factory.CreateCanvas(engine.wheel.width, engine.wheel.height);
+            zirvel::DrawWheelBody(engine, *bodyCanvas, icons);
+            const zirvel::Picture body = bodyCanvas->TakePicture();
+            Report(("Steering frame (pointer over the kept body), " + size).c_str(), kWheelRuns,
+                   Time(kWheelRuns, [&] {
+                       auto canvas = factory.CreateCanvas(engine.wheel.width, engine.wheel.height);
+                       canvas->SetPicture(body);
+                       zirvel::DrawWheelPointer(engine, *canvas);
+                       canvas->TakePicture();
+                   }));
         }
     }
     const zirvel::ScreenRect screen{0, 0, 1920, 1080};

@@ -68,6 +68,9 @@ public:
     virtual void SetTextHint(TextHint hint) = 0;
     // Every pixel fully transparent.
     virtual void Clear() = 0;
+    // Every pixel as in `picture`, which has the canvas's size: drawing
+    // goes on over a picture taken before.
+    virtual void SetPicture(const Picture& picture) = 0;
 
     // The pie of the ellipse in `bounds` from `startAngle` over `sweepAngle`.
     virtual void FillPie(const RectF& bounds, float startAngle, float sweepAngle, Argb color) = 0;

@@ -27,6 +27,10 @@ struct InstalledCanvases {
     explicit InstalledCanvases(CanvasFactory& f) : factory(f), icons(f) {}
     CanvasFactory& factory;
     IconCache icons;
+    // The wheel's body as last drawn: while the user steers within a field
+    // only the pointer is drawn anew, over a copy of it.
+    std::optional<WheelBodyKey> wheelBodyKey;
+    Picture wheelBody;
     // The grid picture the grid surface holds, if it holds one: the
     // surface keeps its picture while hidden, so showing the same grid
     // again draws and hands over nothing (a full-screen picture costs
@@ -37,8 +41,16 @@ struct InstalledCanvases {
 std::unique_ptr<InstalledCanvases> installed;
 
 void PresentWheel(EngineState& engine) {
+    WheelBodyKey key = WheelBodyKeyOf(engine);
+    if (installed->wheelBodyKey != key) {
+        auto body = installed->factory.CreateCanvas(engine.wheel.width, engine.wheel.height);
+        DrawWheelBody(engine, *body, installed->icons);
+        installed->wheelBody = body->TakePicture();
+        installed->wheelBodyKey = std::move(key);
+    }
     auto canvas = installed->factory.CreateCanvas(engine.wheel.width, engine.wheel.height);
-    DrawWheel(engine, *canvas, installed->icons);
+    canvas->SetPicture(installed->wheelBody);
+    DrawWheelPointer(engine, *canvas);
     const ScreenRect window = engine.platform->SurfaceRect(Surface::Wheel);
     engine.platform->PresentPicture(Surface::Wheel, {window.left, window.top}, canvas->TakePicture());
 }

@@ -176,15 +176,28 @@ void DrawDwellRing(Canvas& canvas, float x, float y, float progress, const Scale
     canvas.DrawArc(ring, -90.0f, std::min(progress, 1.0f) * 360.0f, kDwellArcColor, s(kDwellPenWidth));
 }
 
+// The wheel that shows, or none when there is nothing to draw.
+const Wheel* ShownWheel(const EngineState& engine) {
+    const auto& wheels = engine.Wheels();
+    const auto current = static_cast<std::size_t>(engine.configuration.currentWheel);
+    if (current >= wheels.size() || wheels[current].functions.empty()) return nullptr;
+    return &wheels[current];
+}
+
 }  // namespace
 
 void DrawWheel(const EngineState& engine, Canvas& canvas, IconCache& icons) {
+    DrawWheelBody(engine, canvas, icons);
+    DrawWheelPointer(engine, canvas);
+}
+
+void DrawWheelBody(const EngineState& engine, Canvas& canvas, IconCache& icons) {
     canvas.SetTextHint(TextHint::AntiAliasGridFit);
     canvas.Clear();
+    const Wheel* shown = ShownWheel(engine);
+    if (shown == nullptr) return;
+    const Wheel& wheel = *shown;
     const auto& wheels = engine.Wheels();
-    const auto current = static_cast<std::size_t>(engine.configuration.currentWheel);
-    if (current >= wheels.size() || wheels[current].functions.empty()) return;
-    const Wheel& wheel = wheels[current];
     const float sectorWidth = 360.0f / static_cast<float>(wheel.functions.size());
     const Scaled s(engine.wheel);
 
@@ -200,10 +213,35 @@ void DrawWheel(const EngineState& engine, Canvas& canvas, IconCache& icons) {
                                CanvasFont{std::u16string(kLabelFontFamily), s(kWheelNameSize), FontWeight::Regular},
                                nameBox, kLabelColor);
     }
+}
+
+void DrawWheelPointer(const EngineState& engine, Canvas& canvas) {
+    if (ShownWheel(engine) == nullptr) return;
+    const Scaled s(engine.wheel);
     const auto x = static_cast<float>(engine.cursorX);
     const auto y = static_cast<float>(engine.cursorY);
     DrawVirtualCursor(canvas, x, y, s);
     if (engine.dwellProgress > kDwellRingMinimum) DrawDwellRing(canvas, x, y, engine.dwellProgress, s);
+}
+
+WheelBodyKey WheelBodyKeyOf(const EngineState& engine) {
+    WheelBodyKey key;
+    key.geometry = engine.wheel;
+    key.currentWheel = engine.configuration.currentWheel;
+    key.wheelCount = engine.Wheels().size();
+    key.hoveredField = engine.hoveredField;
+    key.hoveredArrow = engine.hoveredArrow;
+    key.segmentColor = engine.Settings().segmentColor;
+    key.programDirectory = engine.configuration.programDirectory;
+    key.shippedDirectory = engine.configuration.shippedDirectory;
+    if (const Wheel* wheel = ShownWheel(engine)) {
+        key.wheelName = wheel->name;
+        key.fields.reserve(wheel->functions.size());
+        for (const WheelFunction& function : wheel->functions) {
+            key.fields.push_back({function.name, function.icon, function.color, function.hasColor});
+        }
+    }
+    return key;
 }
 
 }  // namespace zirvel

@@ -20,22 +20,40 @@ TEST_F(CanvasRendererTest, TheWheelIsPresentedAtItsWindowBeforeItShows) {
     EXPECT_EQ(wheel.rect, (zirvel::ScreenRect{666, 310, 666 + 588, 310 + 460}));
     EXPECT_EQ(factory_.LastSize(), (zirvel::ScreenPoint{588, 460}));
     EXPECT_EQ(engine().wheelRedraws, 1);
-    // The frame is the wheel: sectors, the hole and the cursor at the centre.
-    EXPECT_FALSE(OperationsOf(factory_.LastFrame(), Op::FillPie).empty());
-    ASSERT_EQ(OperationsOf(factory_.LastFrame(), Op::ClearEllipse).size(), 1u);
-    EXPECT_EQ(OperationsOf(factory_.LastFrame(), Op::FillPolygon).back().points.front(),
-              (zirvel::PointF{294, 230}));
+    // Two canvases: the body (sectors and the hole), then the cursor at the
+    // centre over a copy of it.
+    ASSERT_EQ(factory_.FrameCount(), 2u);
+    const Frame& body = factory_.LastFrameWith(Op::FillPie);
+    ASSERT_EQ(OperationsOf(body, Op::ClearEllipse).size(), 1u);
+    EXPECT_TRUE(OperationsOf(body, Op::SetPicture).empty());
+    const Frame& shown = factory_.LastFrame();
+    ASSERT_FALSE(shown.empty());
+    EXPECT_EQ(shown.front().op, Op::SetPicture);
+    ASSERT_FALSE(OperationsOf(shown, Op::FillPolygon).empty());
+    EXPECT_EQ(OperationsOf(shown, Op::FillPolygon).back().points.front(), (zirvel::PointF{294, 230}));
+    EXPECT_TRUE(OperationsOf(shown, Op::FillPie).empty());
 }
 
-TEST_F(CanvasRendererTest, EveryRedrawRequestIsAPresentedFrame) {
+TEST_F(CanvasRendererTest, EveryRedrawRequestIsAPresentedFrameAndTheBodyOnlyWhenItChanges) {
     Start();
-    platform_.PressHotKey();
-    MoveVirtualCursorTo(294, 100);
-    MoveVirtualCursorTo(294, 120);
+    platform_.PressHotKey();            // body and pointer
+    MoveVirtualCursorTo(294, 100);      // field 0 hovered: body and pointer
+    MoveVirtualCursorTo(294, 120);      // still field 0: the pointer only
     EXPECT_EQ(engine().wheelRedraws, 3);
     EXPECT_EQ(platform_.SurfaceAt(zirvel::Surface::Wheel).presentCount, 3);
-    EXPECT_EQ(factory_.FrameCount(), 3u);
-    EXPECT_EQ(OperationsOf(factory_.LastFrame(), Op::FillPie)[0].color >> 24, 255u);  // field 0 hovered
+    EXPECT_EQ(factory_.FrameCount(), 5u);
+    const Frame& body = factory_.LastFrameWith(Op::FillPie);
+    ASSERT_FALSE(OperationsOf(body, Op::FillPie).empty());
+    EXPECT_EQ(OperationsOf(body, Op::FillPie)[0].color >> 24, 255u);  // field 0 hovered
+    const Frame& shown = factory_.LastFrame();
+    ASSERT_FALSE(shown.empty());
+    EXPECT_EQ(shown.front().op, Op::SetPicture);
+    EXPECT_EQ(OperationsOf(shown, Op::FillPolygon).back().points.front(), (zirvel::PointF{294, 120}));
+    // Another hover is another body.
+    zirvel::EngineState& state = engine();
+    state.hoveredField = -1;
+    zirvel::RedrawWheel();
+    EXPECT_EQ(factory_.FrameCount(), 7u);
 }
 
 TEST_F(CanvasRendererTest, IconsAreReadFromTheProgramDirectoryOnce) {

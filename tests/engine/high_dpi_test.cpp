@@ -69,7 +69,7 @@ TEST_F(HighDpiTest, At144DpiTheWheelIs882By690AndItsPictureToo) {
     EXPECT_EQ(factory_.LastSize(), (ScreenPoint{882, 690}));
     EXPECT_EQ(engine().cursorX, 441);
     EXPECT_EQ(engine().cursorY, 345);
-    const auto hole = OperationsOf(factory_.LastFrame(), Op::ClearEllipse);
+    const auto hole = OperationsOf(factory_.LastFrameWith(Op::ClearEllipse), Op::ClearEllipse);
     ASSERT_EQ(hole.size(), 1u);
     EXPECT_EQ(hole[0].rect, (zirvel::RectF{372, 276, 138, 138}));
 }

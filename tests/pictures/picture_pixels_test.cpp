@@ -111,6 +111,33 @@ TEST_F(PicturePixelsTest, TheCentreHoleIsFullyTransparentEvenUnderASectorFill) {
     }
 }
 
+// While the user steers within a field only the pointer is drawn anew, over
+// a copy of the body: the pixels must be those of the whole wheel drawn at once.
+TEST_F(PicturePixelsTest, ThePointerOverACopyOfTheBodyIsTheWholeWheel) {
+    WheelScene scene({NumberedWheel(8), NumberedWheel(3)});
+    scene.engine().configuration.settings.segmentColor = kSegmentColor;
+    scene.engine().hoveredField = 2;
+    scene.engine().dwellProgress = 0.4f;
+    auto bodyCanvas = CanvasUnderTest().CreateCanvas(zirvel::kWheelWidth, zirvel::kWheelHeight);
+    zirvel::DrawWheelBody(scene.engine(), *bodyCanvas, icons_);
+    const Picture body = bodyCanvas->TakePicture();
+    for (const auto& [x, y] : {std::pair{400, 150}, std::pair{300, 60}, std::pair{500, 240}}) {
+        SCOPED_TRACE(x);
+        scene.engine().cursorX = x;
+        scene.engine().cursorY = y;
+        auto layered = CanvasUnderTest().CreateCanvas(zirvel::kWheelWidth, zirvel::kWheelHeight);
+        layered->SetPicture(body);
+        zirvel::DrawWheelPointer(scene.engine(), *layered);
+        const Picture twoLayers = layered->TakePicture();
+        const Picture whole = DrawWheelOf(scene);
+        ASSERT_EQ(twoLayers.pixels.size(), whole.pixels.size());
+        std::size_t different = 0;
+        for (std::size_t i = 0; i < whole.pixels.size(); ++i) different += twoLayers.pixels[i] != whole.pixels[i];
+        EXPECT_EQ(different, 0u);
+        EXPECT_NE(twoLayers.pixels, body.pixels) << "the pointer was not drawn";
+    }
+}
+
 TEST_F(PicturePixelsTest, TheHoveredSectorIsOpaqueAndTheOthersHaveAlpha135) {
     WheelScene scene({NumberedWheel(8)});
     scene.engine().hoveredField = 2;

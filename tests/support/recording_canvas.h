@@ -17,6 +17,7 @@ namespace zirvel_test {
 enum class Op {
     SetTextHint,
     Clear,
+    SetPicture,
     FillPie,
     DrawPie,
     DrawEllipse,
@@ -60,6 +61,7 @@ public:
         o.hint = hint;
     }
     void Clear() override { Add(Op::Clear); }
+    void SetPicture(const zirvel::Picture&) override { Add(Op::SetPicture); }
     void FillPie(const zirvel::RectF& bounds, float start, float sweep, zirvel::Argb color) override {
         Angled(Op::FillPie, bounds, start, sweep, color, 0.0f);
     }
@@ -161,11 +163,22 @@ public:
 
     std::size_t FrameCount() const { return frames_.size(); }
     const Frame& LastFrame() const { return *frames_.back(); }
+    // The last frame drawn with `op` in it (the wheel's body is drawn on a
+    // canvas of its own, the pointer over a copy of it).
+    const Frame& LastFrameWith(Op op) const {
+        for (auto frame = frames_.rbegin(); frame != frames_.rend(); ++frame) {
+            for (const CanvasOperation& operation : **frame) {
+                if (operation.op == op) return **frame;
+            }
+        }
+        return empty_;
+    }
     zirvel::ScreenPoint LastSize() const { return sizes_.back(); }
     const std::vector<std::u16string>& Decoded() const { return decoded_; }
 
 private:
     std::vector<std::unique_ptr<Frame>> frames_;
+    const Frame empty_;
     std::vector<zirvel::ScreenPoint> sizes_;
     std::set<std::u16string> decodable_;
     std::vector<std::u16string> decoded_;

@@ -261,6 +261,13 @@ public:
                                   Gdiplus::UnitPixel, attributes.get(), nullptr, nullptr);
     }
 
+    void SetPicture(const Picture& picture) override {
+        if (bits_ == nullptr || picture.width != width_ || picture.height != height_) return;
+        gp::GdipFlush(graphics_, Gdiplus::FlushIntentionSync);
+        GdiFlush();  // nothing still on its way into the bits
+        std::memcpy(bits_, picture.pixels.data(), picture.pixels.size() * sizeof(std::uint32_t));
+    }
+
     Picture TakePicture() override {
         gp::GdipFlush(graphics_, Gdiplus::FlushIntentionSync);
         GdiFlush();

@@ -143,9 +143,17 @@ public:
         hinting_ = hint == TextHint::AntiAliasGridFit ? QFont::PreferFullHinting : QFont::PreferNoHinting;
     }
 
-    // Nothing is painted before the picture is taken, and the pixels start
-    // transparent: clearing forgets what was drawn so far.
-    void Clear() override { steps_.clear(); }
+    // Nothing is painted before the picture is taken: clearing forgets what
+    // was drawn so far, and the pixels it starts from.
+    void Clear() override {
+        steps_.clear();
+        std::fill(picture_.pixels.begin(), picture_.pixels.end(), 0u);
+    }
+
+    void SetPicture(const Picture& picture) override {
+        steps_.clear();
+        if (picture.width == picture_.width && picture.height == picture_.height) picture_.pixels = picture.pixels;
+    }
 
     void FillPie(const RectF& bounds, float startAngle, float sweepAngle, Argb color) override {
         steps_.push_back([=](QPainter& painter) {
