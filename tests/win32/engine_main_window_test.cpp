@@ -65,4 +65,29 @@ TEST(EngineMainWindowTest, AHandedOverRecordIsTakenOnlyWhenItsKindAndLengthAreRi
     EXPECT_EQ(HandOver(main, zirvel::win32::kActivateWheelFileData, std::u16string(u"C:\\a.json\0b", 12)), 0);
 }
 
+// Whether the notification area holds the engine's icon now.
+bool TrayIconPresent(HWND main) {
+    NOTIFYICONDATAW icon{};
+    icon.cbSize = sizeof icon;
+    icon.hWnd = main;
+    icon.uID = zirvel::win32::kTrayIconId;
+    return Shell_NotifyIconW(NIM_MODIFY, &icon) != FALSE;
+}
+
+TEST(EngineMainWindowTest, TheTrayIconComesBackWhenTheTaskbarIsCreatedAgain) {
+    auto platform = std::make_unique<zirvel::win32::Win32Platform>(GetModuleHandleW(nullptr));
+    const HWND main = platform->MainWindow();
+    platform->AddTrayIcon(u"Zirvel");
+    ASSERT_TRUE(TrayIconPresent(main)) << "no notification area to test with";
+    // Explorer restarted: the new taskbar has no icons.
+    NOTIFYICONDATAW icon{};
+    icon.cbSize = sizeof icon;
+    icon.hWnd = main;
+    icon.uID = zirvel::win32::kTrayIconId;
+    ASSERT_TRUE(Shell_NotifyIconW(NIM_DELETE, &icon));
+    ASSERT_FALSE(TrayIconPresent(main));
+    SendMessageW(main, RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+    EXPECT_TRUE(TrayIconPresent(main));
+}
+
 }  // namespace
