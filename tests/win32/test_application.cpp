@@ -31,7 +31,10 @@
 // Options: --take-hotkey VK (hex) registers that hot key first, --swap-buttons
 // swaps the mouse buttons for the session, --controls puts the controls of
 // kControls on the window, --raw-input registers for raw mouse input as a
-// game does (only while in the foreground; --raw-input-sink: always).
+// game does (only while in the foreground; --raw-input-sink: always),
+// --lock-engine-mutex holds the engine's mutex with a DACL that lets nobody
+// open it, as an engine run as administrator holds it for a standard user
+// ("engine mutex locked").
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
@@ -314,11 +317,13 @@ int main() {
     bool controls = false;
     DWORD rawInput = 0;
     bool wantsRawInput = false;
+    bool lockEngineMutex = false;
     for (int i = 2; i < count; ++i) {
         if (std::wcscmp(arguments[i], L"--commands") == 0 && i + 1 < count) commandsPath = arguments[++i];
         else if (std::wcscmp(arguments[i], L"--take-hotkey") == 0 && i + 1 < count) takeHotKey = std::wcstoul(arguments[++i], nullptr, 16);
         else if (std::wcscmp(arguments[i], L"--controls") == 0) controls = true;
         else if (std::wcscmp(arguments[i], L"--raw-input") == 0) wantsRawInput = true;
+        else if (std::wcscmp(arguments[i], L"--lock-engine-mutex") == 0) lockEngineMutex = true;
         else if (std::wcscmp(arguments[i], L"--raw-input-sink") == 0) {
             wantsRawInput = true;
             rawInput = RIDEV_INPUTSINK;
@@ -344,6 +349,16 @@ int main() {
                             control.rect.bottom - control.rect.top, self,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)), windowClass.hInstance, nullptr);
         }
+    }
+    if (lockEngineMutex) {
+        // An empty DACL grants nothing: every other open is refused.
+        static ACL nobody;
+        static SECURITY_DESCRIPTOR descriptor;
+        InitializeAcl(&nobody, sizeof nobody, ACL_REVISION);
+        InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
+        SetSecurityDescriptorDacl(&descriptor, TRUE, &nobody, FALSE);
+        SECURITY_ATTRIBUTES attributes{sizeof attributes, &descriptor, FALSE};
+        if (CreateMutexW(&attributes, TRUE, L"ZirvelEngineRunning")) Log("engine mutex locked");
     }
     if (wantsRawInput) {
         const RAWINPUTDEVICE mouse{1, 2, rawInput, self};

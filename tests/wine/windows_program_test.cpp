@@ -232,6 +232,21 @@ TEST_F(WindowsProgramTest, ASecondStartSaysZirvelRunsAndEndsWithZero) {
     EXPECT_EQ(session_.RunTool("zirvel-say.exe", "pokaż siatkę"), 0);
 }
 
+// An engine run as administrator holds the mutex where a standard user may
+// not even open it: that is an engine running too, not a reason to start one.
+TEST(EngineInstanceTest, AnEngineMutexThatCannotBeOpenedMeansZirvelRuns) {
+    WineSession session(kConfig, kWheels);
+    ASSERT_TRUE(session.Ready());
+    ASSERT_TRUE(session.StartApplication({"--lock-engine-mutex"}));
+    ASSERT_TRUE(session.WaitForLine("engine mutex locked", 5000ms)) << session.LogText();
+    auto engine = session.StartEngineProcess();
+    const auto box = session.WaitForLine("box ", 30000ms);
+    ASSERT_TRUE(box) << session.LogText();
+    EXPECT_EQ(*box, "box Zirvel|Zirvel już działa — sprawdź ikonę w zasobniku systemowym.");
+    EXPECT_EQ(engine->WaitForExit(10000ms), 0);
+    EXPECT_TRUE(session.Lines("engine up").empty()) << "a second engine started";
+}
+
 TEST_F(WindowsProgramTest, TheHelpWindowOpensFromItsCommandAndIsCaptured) {
     session_.Command("post-main 273 1001 0");  // WM_COMMAND "Pokaż okno"
     ASSERT_TRUE(session_.WaitForLine("window Zirvel shown", 5000ms));
