@@ -86,10 +86,13 @@ protected:
     explicit RawInputGameTest(const std::string& config) : WindowsInputTest(config) { options_ = {"--raw-input"}; }
 
     // The raw reports the application got while the user moved the mouse
-    // with the wheel shown.
-    std::size_t RawReportsWhileTheWheelShows() {
+    // with the wheel shown; the motion starts once the application logged
+    // `settled` after the wheel showed.
+    std::size_t RawReportsWhileTheWheelShows(const std::string& settled) {
         EXPECT_TRUE(session_.WaitForLine("raw input registered", 5000ms)) << session_.LogText();
+        const std::size_t before = session_.Log().size();
         ShowWheel();
+        EXPECT_TRUE(session_.WaitForLine(settled, 5000ms, before)) << session_.LogText();
         const std::size_t shown = session_.Log().size();
         session_.User().MoveMouseBy(30, 0);
         session_.User().MoveMouseBy(0, 30);
@@ -117,7 +120,9 @@ protected:
 };
 
 TEST_F(RawInputGameTakeFocusTest, WithTakeFocusTheGameLosesTheForegroundAndItsRawInput) {
-    EXPECT_EQ(RawReportsWhileTheWheelShows(), 0u) << session_.LogText();
+    // The foreground moves to the wheel by a message the game reads in its
+    // own time: the motion is played once the game knows it lost the focus.
+    EXPECT_EQ(RawReportsWhileTheWheelShows("focus out"), 0u) << session_.LogText();
 }
 
 }  // namespace
