@@ -21,6 +21,7 @@ inline constexpr int kMaxHoldMilliseconds = 60000;
 inline constexpr int kDefaultFunctionDelay = 30;
 inline constexpr int kMaxFunctionDelay = 2000;
 inline constexpr std::size_t kMaxFunctionsPerWheel = 24;
+inline constexpr std::size_t kMaxProgramsPerWheel = 64;
 
 struct Step {
     KeyCode key;                    // not used by Open
@@ -42,6 +43,10 @@ struct WheelFunction {
 struct Wheel {
     std::u16string name;
     std::vector<WheelFunction> functions;
+    // The programs (executable file names, window classes) this wheel belongs
+    // to; empty for a general wheel. Last, so {name, functions} still builds
+    // a general wheel.
+    std::vector<std::u16string> apps = {};
 };
 
 }  // namespace zirvel

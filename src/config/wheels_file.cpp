@@ -148,9 +148,34 @@ struct WheelsReader {
         return function;
     }
 
-    void ReadWheel(const JsonValue& actions, std::u16string name, std::vector<Wheel>& wheels) {
+    // "apps": program names as strings; whatever else stands there is left
+    // out with a message, and the wheel itself still loads.
+    std::vector<std::u16string> ReadApps(const JsonValue& apps, const std::u16string& wheelName) {
+        std::vector<std::u16string> names;
+        if (apps.kind != JsonKind::Array) {
+            Warn(Concat({u"default.json: \"apps\" koła \"", wheelName, u"\" nie jest tablicą — pomijam.\n"}));
+            return names;
+        }
+        for (const JsonValue& item : apps.items) {
+            if (item.kind != JsonKind::String || item.string.empty()) {
+                Warn(Concat({u"default.json: pomijam element \"apps\" koła \"", wheelName,
+                             u"\", który nie jest niepustym napisem.\n"}));
+                continue;
+            }
+            names.push_back(item.string);
+        }
+        if (names.size() > kMaxProgramsPerWheel) {
+            Warn(Concat({u"default.json: zbyt wiele programów w kole \"", wheelName, u"\" — używam pierwszych 64.\n"}));
+            names.resize(kMaxProgramsPerWheel);
+        }
+        return names;
+    }
+
+    void ReadWheel(const JsonValue& actions, std::u16string name, std::vector<Wheel>& wheels,
+                   const JsonValue* apps = nullptr) {
         Wheel wheel;
         wheel.name = std::move(name);
+        if (apps) wheel.apps = ReadApps(*apps, wheel.name);
         for (const JsonValue& item : actions.items) wheel.functions.push_back(ReadFunction(item));
         if (wheel.functions.size() > kMaxFunctionsPerWheel) {
             Warn(Concat({u"default.json: zbyt wiele funkcji w kole \"", wheel.name, u"\" — używam pierwszych 24.\n"}));
@@ -250,7 +275,7 @@ bool ReadWheelsFile(const std::u16string& path, std::vector<Wheel>& wheels, std:
             if (nameValue && nameValue->kind == JsonKind::String) name = nameValue->string;
             const JsonValue* actions = element.Find(u"actions");
             if (element.kind == JsonKind::Object && actions && actions->kind == JsonKind::Array) {
-                reader.ReadWheel(*actions, std::move(name), wheels);
+                reader.ReadWheel(*actions, std::move(name), wheels, element.Find(u"apps"));
             } else {
                 reader.Warn(std::u16string(kWheelWithoutActions));
             }
@@ -274,6 +299,14 @@ std::string WriteWheelsFile(const std::vector<Wheel>& wheels) {
         const Wheel& wheel = wheels[w];
         out += "    {\n      \"name\": ";
         AppendQuoted(out, wheel.name);
+        if (!wheel.apps.empty()) {
+            out += ",\n      \"apps\": [";
+            for (std::size_t a = 0; a < wheel.apps.size(); ++a) {
+                if (a > 0) out += ", ";
+                AppendQuoted(out, wheel.apps[a]);
+            }
+            out += ']';
+        }
         out += ",\n      \"actions\": [\n";
         for (std::size_t f = 0; f < wheel.functions.size(); ++f) {
             WriteFunction(out, wheel.functions[f]);

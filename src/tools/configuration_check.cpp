@@ -74,7 +74,9 @@ void DescribeWheels(const std::vector<Wheel>& wheels, std::string& out) {
     for (std::size_t w = 0; w < wheels.size(); ++w) {
         const Wheel& wheel = wheels[w];
         out += "Koło " + std::to_string(w + 1) + " " + Quoted(wheel.name) + ", funkcje: " +
-               std::to_string(wheel.functions.size()) + "\n";
+               std::to_string(wheel.functions.size());
+        for (std::size_t a = 0; a < wheel.apps.size(); ++a) out += (a ? ", " : ", programy: ") + Quoted(wheel.apps[a]);
+        out += "\n";
         for (std::size_t f = 0; f < wheel.functions.size(); ++f) DescribeFunction(f, wheel.functions[f], out);
     }
 }

@@ -66,6 +66,7 @@ inline void ExpectSameWheels(const std::vector<zirvel::Wheel>& expected,
     for (std::size_t i = 0; i < expected.size(); ++i) {
         SCOPED_TRACE("wheel " + std::to_string(i));
         EXPECT_EQ(expected[i].name, actual[i].name);
+        EXPECT_EQ(expected[i].apps, actual[i].apps);
         ExpectSameFunctions(expected[i].functions, actual[i].functions);
     }
 }

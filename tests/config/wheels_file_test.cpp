@@ -642,6 +642,80 @@ TEST_F(WheelsFileTest, ProblemsAreReportedInFileOrderAndTheRestIsKept) {
 }
 
 // ---------------------------------------------------------------------------
+// Programs of a wheel
+
+std::u16string AppsNotAnArray(std::u16string_view wheel) {
+    return u"default.json: \"apps\" koła \"" + std::u16string(wheel) + u"\" nie jest tablicą — pomijam.\n";
+}
+
+std::u16string BadAppsElement(std::u16string_view wheel) {
+    return u"default.json: pomijam element \"apps\" koła \"" + std::u16string(wheel) +
+           u"\", który nie jest niepustym napisem.\n";
+}
+
+TEST_F(WheelsFileTest, WheelWithoutAppsIsGeneral) {
+    EXPECT_TRUE(Read(R"({"wheels": [{"name": "A", "actions": [{"name": "a", "key": "a"}]}]})"));
+    ASSERT_EQ(wheels_.size(), 1u);
+    EXPECT_TRUE(wheels_[0].apps.empty());
+}
+
+TEST_F(WheelsFileTest, AppsAreReadInOrder) {
+    EXPECT_TRUE(Read(R"({"wheels": [{"name": "A", "apps": ["notepad.exe", "Firefox", "notepad.exe"],
+                                    "actions": [{"name": "a", "key": "a"}]},
+                                   {"name": "B", "apps": [], "actions": [{"name": "b", "key": "b"}]}]})"));
+    EXPECT_EQ(messages_, u"");
+    ASSERT_EQ(wheels_.size(), 2u);
+    EXPECT_EQ(wheels_[0].apps, (std::vector<std::u16string>{u"notepad.exe", u"Firefox", u"notepad.exe"}));
+    EXPECT_TRUE(wheels_[1].apps.empty());
+}
+
+TEST_F(WheelsFileTest, AppsThatIsNotAnArrayIsLeftOutAndTheWheelLoads) {
+    for (const char* apps : {"\"notepad.exe\"", "{}", "null", "3"}) {
+        SCOPED_TRACE(apps);
+        EXPECT_FALSE(Read(std::string(R"({"wheels": [{"name": "Gra", "apps": )") + apps +
+                          R"(, "actions": [{"name": "a", "key": "a"}]}]})"));
+        EXPECT_EQ(messages_, AppsNotAnArray(u"Gra"));
+        ASSERT_EQ(wheels_.size(), 1u);
+        EXPECT_TRUE(wheels_[0].apps.empty());
+        EXPECT_EQ(wheels_[0].functions.size(), 1u);
+    }
+}
+
+TEST_F(WheelsFileTest, AppsElementsThatAreNoNamesAreLeftOutOneMessageEach) {
+    EXPECT_FALSE(Read(R"({"wheels": [{"name": "Gra", "apps": ["", "gra.exe", 5, null, ["x"], "GRA"],
+                                     "actions": [{"name": "a", "key": "a"}]}]})"));
+    EXPECT_EQ(messages_, BadAppsElement(u"Gra") + BadAppsElement(u"Gra") + BadAppsElement(u"Gra") +
+                             BadAppsElement(u"Gra"));
+    ASSERT_EQ(wheels_.size(), 1u);
+    EXPECT_EQ(wheels_[0].apps, (std::vector<std::u16string>{u"gra.exe", u"GRA"}));
+}
+
+TEST_F(WheelsFileTest, SixtyFourAppsAreKeptAndMoreAreCut) {
+    auto fileWith = [](int count) {
+        std::string apps;
+        for (int i = 0; i < count; ++i) apps += (i ? ", \"p" : "\"p") + std::to_string(i) + "\"";
+        return R"({"wheels": [{"name": "Dużo", "apps": [)" + apps + R"(], "actions": [{"name": "a", "key": "a"}]}]})";
+    };
+    EXPECT_TRUE(Read(fileWith(64)));
+    ASSERT_EQ(wheels_.size(), 1u);
+    EXPECT_EQ(wheels_[0].apps.size(), 64u);
+
+    EXPECT_FALSE(Read(fileWith(70)));
+    EXPECT_EQ(messages_, u"default.json: zbyt wiele programów w kole \"Dużo\" — używam pierwszych 64.\n");
+    ASSERT_EQ(wheels_.size(), 1u);
+    ASSERT_EQ(wheels_[0].apps.size(), 64u);
+    EXPECT_EQ(wheels_[0].apps.back(), u"p63");
+}
+
+TEST_F(WheelsFileTest, AppsOfAWheelWithoutFunctionsGoWithIt) {
+    EXPECT_TRUE(Read(R"({"wheels": [{"name": "Pusta", "apps": ["a.exe"], "actions": []},
+                                   {"name": "B", "actions": [{"name": "b", "key": "b"}]}]})"));
+    ASSERT_EQ(wheels_.size(), 1u);
+    EXPECT_EQ(wheels_[0].name, u"B");
+    EXPECT_TRUE(wheels_[0].apps.empty());
+}
+
+// ---------------------------------------------------------------------------
 // Writer
 
 Wheel OneWheel() {
@@ -699,6 +773,33 @@ std::vector<Wheel> TwoWheels() {
     return {browser, unnamed};
 }
 
+std::vector<Wheel> ProgramWheels() {
+    Wheel game;
+    game.name = u"Gra";
+    game.apps = {u"steam_app_1091500", u"Gra \"Nowa\".exe"};
+    WheelFunction jump;
+    jump.name = u"Skok";
+    jump.steps = {KeyStep(u"space", StepKind::Click, 1)};
+    game.functions = {jump};
+
+    Wheel general;
+    general.name = u"Ogólne";
+    WheelFunction copy;
+    copy.name = u"Kopiuj";
+    copy.steps = {KeyStep(u"ctrl", StepKind::Hold, 0), KeyStep(u"c", StepKind::Click, 1),
+                  KeyStep(u"ctrl", StepKind::Release, 0)};
+    general.functions = {copy};
+
+    Wheel notepad;
+    notepad.name = u"Notatnik";
+    notepad.apps = {u"notepad.exe"};
+    WheelFunction save;
+    save.name = u"Zapisz";
+    save.steps = {KeyStep(u"F12", StepKind::Click, 1)};
+    notepad.functions = {save};
+    return {game, general, notepad};
+}
+
 // Needs the built-in layout for the two punctuation keys.
 Wheel EscapingWheel() {
     Wheel wheel;
@@ -729,6 +830,16 @@ TEST(WheelsWriter, EscapingAndPolishText) {
     ASSERT_TRUE(wheel.functions[0].steps[1].key.valid);
     ASSERT_TRUE(wheel.functions[0].steps[2].key.valid);
     EXPECT_EQ(WriteWheelsFile({wheel}), Golden("escaping.json"));
+}
+
+TEST(WheelsWriter, ProgramsStandOnOneLineBeforeTheActions) {
+    EXPECT_EQ(WriteWheelsFile(ProgramWheels()), Golden("programs.json"));
+}
+
+TEST(WheelsWriter, WheelWithoutProgramsIsWrittenAsBefore) {
+    std::vector<Wheel> wheels = ProgramWheels();
+    for (Wheel& wheel : wheels) wheel.apps.clear();
+    EXPECT_EQ(WriteWheelsFile(wheels).find("apps"), std::string::npos);
 }
 
 TEST(WheelsWriter, NoWheels) {
@@ -791,6 +902,10 @@ TEST_F(WheelsFileTest, GoldenFilesReadAsTheirModels) {
     EXPECT_EQ(messages, u"");
     ExpectSameWheels(TwoWheels(), read);
 
+    ASSERT_TRUE(ReadWheelsFile(GoldenPath("programs.json").u16string(), read, messages));
+    EXPECT_EQ(messages, u"");
+    ExpectSameWheels(ProgramWheels(), read);
+
     BuiltInLayout layout;
     ASSERT_TRUE(ReadWheelsFile(GoldenPath("escaping.json").u16string(), read, messages));
     EXPECT_EQ(messages, u"");
@@ -799,7 +914,7 @@ TEST_F(WheelsFileTest, GoldenFilesReadAsTheirModels) {
 
 TEST_F(WheelsFileTest, ReadWriteReadKeepsTheModel) {
     BuiltInLayout layout;
-    for (const char* name : {"one_wheel.json", "two_wheels.json", "escaping.json"}) {
+    for (const char* name : {"one_wheel.json", "two_wheels.json", "escaping.json", "programs.json"}) {
         SCOPED_TRACE(name);
         std::vector<Wheel> first;
         std::u16string messages;

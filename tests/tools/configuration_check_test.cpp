@@ -68,6 +68,22 @@ TEST_F(ConfigurationCheck, WheelsFileProblemsAreTheEngineMessages) {
     EXPECT_EQ(result.report.find("Wszystko w porządku"), std::string::npos);
 }
 
+TEST_F(ConfigurationCheck, ProgramsOfAWheelAreListedAndTheirProblemsReported) {
+    const auto path = Write("w.json", R"({"wheels": [
+        {"name": "Gra", "apps": ["gra.exe", 7, "Steam_App_5"], "actions": [{"name": "A", "key": "a"}]},
+        {"name": "Inne", "apps": "notepad.exe", "actions": [{"name": "B", "key": "b"}]}]})");
+    const CheckResult result = CheckConfigurationFile(path, ConfigurationFileKind::Wheels);
+    EXPECT_FALSE(result.clean);
+    EXPECT_NE(result.report.find("default.json: pomijam element \"apps\" koła \"Gra\", który nie jest niepustym "
+                                 "napisem.\n"
+                                 "default.json: \"apps\" koła \"Inne\" nie jest tablicą — pomijam.\n"),
+              std::string::npos)
+        << result.report;
+    EXPECT_NE(result.report.find("Koło 1 „Gra”, funkcje: 1, programy: „gra.exe”, „Steam_App_5”\n"), std::string::npos)
+        << result.report;
+    EXPECT_NE(result.report.find("Koło 2 „Inne”, funkcje: 1\n"), std::string::npos) << result.report;
+}
+
 TEST_F(ConfigurationCheck, TenThousandWheelsAreReadAndCounted) {
     std::string text = R"({"wheels": [)";
     for (int i = 0; i < 10000; ++i) {
