@@ -33,6 +33,20 @@ struct Picture {
 // A window of another program, or 0 for none.
 using WindowHandle = std::uintptr_t;
 
+// What a window's program goes by, for choosing the wheel made for it.
+struct ProgramIdentity {
+    // The executable's path (or file name); empty when it cannot be read.
+    std::u16string executable;
+    // Names the window itself carries: X11's WM_CLASS instance and class.
+    std::vector<std::u16string> windowClasses;
+};
+
+// A top-level window as a task list shows it, and its program.
+struct OpenWindow {
+    std::u16string title;
+    ProgramIdentity program;
+};
+
 // What the platform delivers to the engine, always on the GUI thread.
 class PlatformEvents {
 public:
@@ -100,6 +114,11 @@ public:
     // Zirvel injects there, and the element scan cannot read it. False for 0
     // and where the system has no such barrier.
     virtual bool OutOfReach(WindowHandle window) = 0;
+    // GUI. The program that owns `window`, read from the system's records
+    // alone (never by asking the program, which may hang); empty for 0 and
+    // for a program that is gone or belongs to an administrator or another
+    // user.
+    virtual ProgramIdentity ProgramOf(WindowHandle window) = 0;
 
     // --- Screens -------------------------------------------------------------
     // GUI. The whole rectangle of the monitor holding `point`: the nearest

@@ -436,6 +436,23 @@ void NullPlatform::SetOutOfReach(WindowHandle window) {
     outOfReach_.push_back(window);
 }
 
+void NullPlatform::SetProgram(WindowHandle window, ProgramIdentity program) {
+    std::lock_guard lock(mutex_);
+    programs_[window] = std::move(program);
+}
+
+int NullPlatform::ProgramLookups() const {
+    std::lock_guard lock(mutex_);
+    return programLookups_;
+}
+
+ProgramIdentity NullPlatform::ProgramOf(WindowHandle window) {
+    std::lock_guard lock(mutex_);
+    ++programLookups_;
+    const auto found = programs_.find(window);
+    return window != 0 && found != programs_.end() ? found->second : ProgramIdentity{};
+}
+
 void NullPlatform::SetInputRefused(bool refused) {
     std::lock_guard lock(mutex_);
     inputRefused_ = refused;

@@ -79,6 +79,10 @@ public:
     void SetButtonsSwapped(bool swapped);
     // The window's program runs with higher privileges than Zirvel.
     void SetOutOfReach(WindowHandle window);
+    // What ProgramOf says of the window (empty unless set).
+    void SetProgram(WindowHandle window, ProgramIdentity program);
+    // How many times the engine asked ProgramOf.
+    int ProgramLookups() const;
     // The system refuses injected input from now on (or takes it again).
     void SetInputRefused(bool refused);
 
@@ -121,6 +125,7 @@ public:
     void GiveForeground(WindowHandle window) override;
     void TakeForegroundForWheel(WindowHandle current) override;
     bool OutOfReach(WindowHandle window) override;
+    ProgramIdentity ProgramOf(WindowHandle window) override;
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;
@@ -179,6 +184,8 @@ private:
     std::uint32_t dpi_ = 96;
     std::vector<std::pair<ScreenRect, std::uint32_t>> monitorDpis_;
     std::map<Surface, SurfaceState> surfaces_;
+    std::map<WindowHandle, ProgramIdentity> programs_;
+    int programLookups_ = 0;
     bool buttonsSwapped_ = false;
     std::vector<InjectedInput> injected_;  // refused input is not recorded
     std::vector<WindowHandle> outOfReach_;

@@ -11,6 +11,7 @@
 #include "config/key_stroke.h"
 #include "platform/win32/injection_signature.h"
 #include "platform/win32/process_privilege.h"
+#include "platform/win32/window_program.h"
 
 namespace zirvel::win32 {
 namespace {
@@ -216,6 +217,10 @@ void Win32Platform::GiveForeground(WindowHandle window) {
 }
 
 bool Win32Platform::OutOfReach(WindowHandle window) { return WindowOutOfReach(reinterpret_cast<HWND>(window)); }
+
+ProgramIdentity Win32Platform::ProgramOf(WindowHandle window) {
+    return ReadWindowProgram(reinterpret_cast<HWND>(window));
+}
 
 void Win32Platform::TakeForegroundForWheel(WindowHandle foreground) {
     ForegroundThroughAttachedInput(reinterpret_cast<HWND>(foreground), wheel_);

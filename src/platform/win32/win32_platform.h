@@ -65,6 +65,7 @@ public:
     void GiveForeground(WindowHandle window) override;
     void TakeForegroundForWheel(WindowHandle current) override;
     bool OutOfReach(WindowHandle window) override;
+    ProgramIdentity ProgramOf(WindowHandle window) override;
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;

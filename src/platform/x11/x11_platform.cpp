@@ -20,6 +20,7 @@
 #include "platform/x11/open_target.h"
 #include "platform/x11/overlay_window.h"
 #include "platform/x11/virtual_keys.h"
+#include "platform/x11/window_program.h"
 #include "platform/x11/x11_monitors.h"
 #include "platform/x11/x_error_trap.h"
 
@@ -405,6 +406,12 @@ WindowHandle X11Platform::ForegroundWindow() {
     if (!Ready()) return 0;
     std::lock_guard lock(xLock_);
     return ActiveWindowLocked();
+}
+
+ProgramIdentity X11Platform::ProgramOf(WindowHandle window) {
+    if (!Ready() || window == 0) return {};
+    std::lock_guard lock(xLock_);
+    return ReadWindowProgram(display_, window);
 }
 
 bool X11Platform::IsWindow(WindowHandle window) {

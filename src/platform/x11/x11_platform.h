@@ -65,6 +65,7 @@ public:
     void TakeForegroundForWheel(WindowHandle current) override;
     // X clients of one display all reach each other.
     bool OutOfReach(WindowHandle) override { return false; }
+    ProgramIdentity ProgramOf(WindowHandle window) override;
     ScreenRect MonitorRect(ScreenPoint point, bool nearest) override;
     ScreenRect ForegroundMonitorRect() override;
     ScreenPoint PrimaryScreenSize() override;
