@@ -162,6 +162,7 @@ void ActivateWheels(std::vector<Wheel> wheels) {
     EngineState& engine = Engine();
     engine.configuration.wheels = std::move(wheels);
     engine.configuration.currentWheel = 0;
+    engine.generalWheel = -1;
     engine.hoveredField = -1;
     RebuildPhrases(engine);
     if (engine.wheelVisible) RedrawWheel();

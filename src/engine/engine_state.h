@@ -59,6 +59,11 @@ struct EngineState {
     WindowHandle lastOutOfReachWindow = 0;
     std::uint64_t lastOutOfReachWarning = 0;
     ScreenPoint wheelOrigin;  // screen position of the wheel window
+    // The wheel shown in front of programs without a wheel of their own
+    // (-1: none yet), and whether the wheel now showing was chosen for the
+    // program in front.
+    std::int32_t generalWheel = -1;
+    bool programWheelShown = false;
 
     // Screen navigation.
     bool gridVisible = false;

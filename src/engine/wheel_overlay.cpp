@@ -8,6 +8,7 @@
 #include "engine/function_runner.h"
 #include "engine/reach_warning.h"
 #include "engine/renderer.h"
+#include "engine/wheel_choice.h"
 
 namespace zirvel {
 namespace {
@@ -58,6 +59,7 @@ void ShowWheel() {
     engine.savedForeground = System().ForegroundWindow();
     engine.focusSaved = true;
     WarnWhenOutOfReach(engine.savedForeground, ReachOccasion::WheelShown);
+    ChooseWheelForProgram(engine.savedForeground);
 
     const ScreenRect monitor = System().MonitorRect(engine.savedCursor, true);
     engine.wheel = WheelGeometryAt(System().MonitorDpi(engine.savedCursor));
@@ -97,6 +99,7 @@ void HideWheel() {
     System().EndPointerCapture();
     System().HideSurface(Surface::Wheel);
     engine.wheelVisible = false;
+    RememberGeneralWheel();
     engine.hoveredField = -1;
     engine.gazeDriven = false;
     engine.dwellTarget = -1;
