@@ -7,6 +7,7 @@
 #include "config/file_io.h"
 #include "config/hex_color.h"
 #include "config/key_code.h"
+#include "config/program_list.h"
 #include "config/text.h"
 #include "config/wheels_file.h"
 #include "engine/engine_lifecycle.h"
@@ -153,6 +154,22 @@ bool SelectEditorWheel(FunctionEditor& editor, std::int32_t index) {
 
 bool RenameEditorWheel(FunctionEditor& editor, const std::u16string& name) {
     editor.CurrentWheel().name = name;
+    editor.dirty = true;
+    return true;
+}
+
+std::u16string EditorWheelPrograms(const FunctionEditor& editor) {
+    return ProgramListText(editor.wheels[static_cast<std::size_t>(editor.wheelIndex)].apps);
+}
+
+bool SetEditorWheelPrograms(FunctionEditor& editor, EditorDialogs& dialogs, const std::u16string& text) {
+    std::vector<std::u16string> programs = ParseProgramList(text);
+    if (programs.size() > kMaxProgramsPerWheel) {
+        dialogs.Tell(u"Koło może należeć najwyżej do 64 programów — zostaje pierwszych 64.", EditorIcon::Warning);
+        programs.resize(kMaxProgramsPerWheel);
+    }
+    if (programs == editor.CurrentWheel().apps) return false;
+    editor.CurrentWheel().apps = std::move(programs);
     editor.dirty = true;
     return true;
 }

@@ -72,6 +72,10 @@ bool SelectEditorWheel(FunctionEditor& editor, std::int32_t index);
 bool RenameEditorWheel(FunctionEditor& editor, const std::u16string& name);
 bool AddEditorWheel(FunctionEditor& editor);
 bool RemoveEditorWheel(FunctionEditor& editor, EditorDialogs& dialogs);
+// The current wheel's programs as the "Programy:" field shows them, and
+// that field's text taken back (more than 64 names are cut with a warning).
+std::u16string EditorWheelPrograms(const FunctionEditor& editor);
+bool SetEditorWheelPrograms(FunctionEditor& editor, EditorDialogs& dialogs, const std::u16string& text);
 
 // Loads function `index` of the current wheel; -1 (no selection) asks for one.
 bool EditEditorFunction(FunctionEditor& editor, EditorDialogs& dialogs, std::int32_t index);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "config/file_io.h"
+#include "config/text.h"
 #include "config/wheels_file.h"
 #include "engine/function_editor.h"
 #include "engine/help_page.h"
@@ -232,6 +233,46 @@ TEST_F(FunctionEditorTest, SavingTheProgramsDefaultJsonReloadsTheEngineAtOnce) {
     EXPECT_EQ(zirvel::Engine().Wheels().size(), 3u);  // "Gra", "Druga" and "Koło 3"
     EXPECT_NE(zirvel::HelpPageText(zirvel::Engine()), before);
     EXPECT_FALSE(std::filesystem::exists(directory_ / "default.json.zirvel-save"));
+}
+
+TEST_F(FunctionEditorTest, TheWheelsProgramsAreEditedAsOneLineAndSavedWithTheFile) {
+    Open(R"({"wheels": [
+      {"name": "Gra", "apps": ["gra.exe", "steam_app_5"], "actions": [{"name": "Skok", "key": "space"}]},
+      {"name": "Druga", "actions": [{"name": "Esc", "key": "esc"}]}]})");
+    EXPECT_EQ(zirvel::EditorWheelPrograms(editor_), u"gra.exe, steam_app_5");
+    EXPECT_FALSE(zirvel::SetEditorWheelPrograms(editor_, dialogs_, u" gra.exe ,steam_app_5,, "));
+    EXPECT_FALSE(editor_.dirty);
+
+    ASSERT_TRUE(zirvel::SelectEditorWheel(editor_, 1));
+    EXPECT_EQ(zirvel::EditorWheelPrograms(editor_), u"");
+    EXPECT_TRUE(zirvel::SetEditorWheelPrograms(editor_, dialogs_, u"notepad.exe,  Firefox"));
+    EXPECT_TRUE(editor_.dirty);
+    EXPECT_EQ(zirvel::EditorWheelPrograms(editor_), u"notepad.exe, Firefox");
+
+    dialogs_.files = {PathOf("mine.json")};
+    ASSERT_TRUE(zirvel::SaveEditorDocument(editor_, dialogs_, true));
+    std::vector<zirvel::Wheel> read;
+    std::u16string problems;
+    ASSERT_TRUE(zirvel::ReadWheelsFile(PathOf("mine.json"), read, problems));
+    ASSERT_EQ(read.size(), 2u);
+    EXPECT_EQ(read[0].apps, (std::vector<std::u16string>{u"gra.exe", u"steam_app_5"}));
+    EXPECT_EQ(read[1].apps, (std::vector<std::u16string>{u"notepad.exe", u"Firefox"}));
+
+    EXPECT_TRUE(zirvel::SetEditorWheelPrograms(editor_, dialogs_, u" , "));
+    EXPECT_TRUE(editor_.CurrentWheel().apps.empty());
+    EXPECT_TRUE(dialogs_.boxes.empty());
+}
+
+TEST_F(FunctionEditorTest, MoreThanSixtyFourProgramsAreCutWithAWarning) {
+    Open();
+    std::u16string text;
+    for (int i = 0; i < 70; ++i) text += u"p" + zirvel::DecimalText(i) + u",";
+    EXPECT_TRUE(zirvel::SetEditorWheelPrograms(editor_, dialogs_, text));
+    ASSERT_EQ(editor_.CurrentWheel().apps.size(), 64u);
+    EXPECT_EQ(editor_.CurrentWheel().apps.back(), u"p63");
+    ASSERT_EQ(dialogs_.boxes.size(), 1u);
+    EXPECT_EQ(dialogs_.boxes[0].text, u"Koło może należeć najwyżej do 64 programów — zostaje pierwszych 64.");
+    EXPECT_EQ(dialogs_.boxes[0].icon, EditorIcon::Warning);
 }
 
 }  // namespace

@@ -98,6 +98,27 @@ protected:
     HWND editor_ = nullptr;
 };
 
+TEST_F(FunctionEditorWindowTest, TheWheelsProgramsAreTypedBesideItAndSavedWithTheFile) {
+    EXPECT_EQ(Text(2032), u"");
+    Choose(2006, 1, true);
+    // Typed, then left for the wheel list: leaving the field takes it.
+    SetFocus(GetDlgItem(editor_, 2032));
+    Type(2032, L" notepad.exe ,Firefox");
+    SetFocus(GetDlgItem(editor_, 2006));
+    Choose(2006, 0, true);
+    EXPECT_EQ(Text(2032), u"");
+    Choose(2006, 1, true);
+    EXPECT_EQ(Text(2032), u"notepad.exe, Firefox");
+
+    dialogs_.files = {Path("mine.json")};
+    Click(2004);
+    const std::vector<zirvel::Wheel> wheels = ReadBack("mine.json");
+    ASSERT_EQ(wheels.size(), 2u);
+    EXPECT_TRUE(wheels[0].apps.empty());
+    EXPECT_EQ(wheels[1].apps, (std::vector<std::u16string>{u"notepad.exe", u"Firefox"}));
+    EXPECT_TRUE(dialogs_.boxes.empty());
+}
+
 TEST_F(FunctionEditorWindowTest, TheWindowHasItsTitleSizeOwnerAndControls) {
     wchar_t title[128] = {};
     GetWindowTextW(editor_, title, 128);

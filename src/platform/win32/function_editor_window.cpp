@@ -23,7 +23,7 @@ enum : WORD {
     kFunctionName = 2015, kFunctionColor = 2016, kFunctionDelay = 2017, kFunctionIcon = 2018, kChooseIcon = 2019,
     kFunctionVoice = 2020, kStepList = 2021, kStepKey = 2022, kStepAction = 2023, kStepValue = 2024,
     kAddStep = 2025, kReplaceStep = 2026, kRemoveStep = 2027, kStepUp = 2028, kStepDown = 2029,
-    kStoreFunction = 2030, kActivate = 2031,
+    kStoreFunction = 2030, kActivate = 2031, kWheelPrograms = 2032,
 };
 
 constexpr DWORD kButton = WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON;
@@ -54,6 +54,8 @@ constexpr ControlSpec kControls[] = {
     {kRenameWheel, L"BUTTON", L"Zmień nazwę", 425, 48, 110, 26, kButton},
     {kAddWheel, L"BUTTON", L"+ koło", 540, 48, 70, 26, kButton},
     {kRemoveWheel, L"BUTTON", L"− koło", 615, 48, 70, 26, kButton},
+    {0, L"STATIC", L"Programy:", 692, 48, 66, 26, kLabel},
+    {kWheelPrograms, L"EDIT", L"", 760, 48, 125, 26, kEdit},
     {0, L"STATIC", L"Funkcje koła:", 10, 86, 200, 20, kLabel},
     {kFunctionList, L"LISTBOX", L"", 10, 108, 225, 336, kList},
     {kAddFunction, L"BUTTON", L"Dodaj", 10, 450, 70, 28, kButton},
@@ -244,6 +246,11 @@ void FunctionEditorWindow::OnCommand(WORD id, WORD code) {
                 FillFunction();
             }
             return;
+        case kWheelPrograms:
+            // Taken when the user leaves the field: before any button's or
+            // the wheel list's command, which take the focus first.
+            if (code == EN_KILLFOCUS) SetEditorWheelPrograms(editor, dialogs, Text(kWheelPrograms));
+            return;
         case kRenameWheel:
             RenameEditorWheel(editor, Text(kWheelName));
             FillWheels();
@@ -332,6 +339,7 @@ void FunctionEditorWindow::FillWheels() {
 }
 
 void FunctionEditorWindow::FillFunctions() {
+    SetText(kWheelPrograms, EditorWheelPrograms(editor_));
     HWND list = Control(kFunctionList);
     SendMessageW(list, LB_RESETCONTENT, 0, 0);
     for (const WheelFunction& function : editor_.CurrentWheel().functions) {
