@@ -86,6 +86,15 @@ QList<WheelFunction> FunctionsFromJson(const QJsonValue& actions) {
     return functions;
 }
 
+// Only names: whatever else stands in "apps" the engine leaves out too.
+QStringList AppsFromJson(const QJsonValue& apps) {
+    QStringList names;
+    for (const QJsonValue& app : apps.toArray()) {
+        if (app.isString() && !app.toString().isEmpty() && names.size() < kMaxWheelPrograms) names.append(app.toString());
+    }
+    return names;
+}
+
 QJsonArray FunctionsToJson(const QList<WheelFunction>& functions) {
     QJsonArray array;
     for (const WheelFunction& function : functions) array.append(FunctionToJson(function));
@@ -122,6 +131,17 @@ QJsonObject FunctionToJson(const WheelFunction& function) {
     for (const Step& step : function.steps) steps.append(StepToJson(step));
     object.insert(QLatin1String("steps"), steps);
     return object;
+}
+
+QString ProgramsText(const QStringList& programs) { return programs.join(QStringLiteral(", ")); }
+
+QStringList ProgramsFromText(const QString& text) {
+    QStringList programs;
+    for (const QString& part : text.split(QLatin1Char(','))) {
+        const QString name = part.trimmed();
+        if (!name.isEmpty()) programs.append(name);
+    }
+    return programs;
 }
 
 QString StepSummary(const Step& step) {
@@ -161,7 +181,8 @@ bool WheelDocument::Load(const QString& filePath, QString& error) {
         for (const QJsonValue& element : root.value(QLatin1String("wheels")).toArray()) {
             const QJsonObject object = element.toObject();
             loaded.append({object.value(QLatin1String("name")).toString(),
-                           FunctionsFromJson(object.value(QLatin1String("actions")))});
+                           FunctionsFromJson(object.value(QLatin1String("actions"))),
+                           AppsFromJson(object.value(QLatin1String("apps")))});
         }
     } else if (root.value(QLatin1String("actions")).isArray()) {
         loaded.append({QString(), FunctionsFromJson(root.value(QLatin1String("actions")))});
@@ -184,6 +205,7 @@ bool WheelDocument::Save(const QString& filePath, QString& error) {
         for (const Wheel& wheel : wheels) {
             QJsonObject object;
             object.insert(QLatin1String("name"), wheel.name);
+            if (!wheel.apps.isEmpty()) object.insert(QLatin1String("apps"), QJsonArray::fromStringList(wheel.apps));
             object.insert(QLatin1String("actions"), FunctionsToJson(wheel.functions));
             array.append(object);
         }

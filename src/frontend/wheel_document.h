@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace zirvel::frontend {
 
@@ -40,6 +41,9 @@ struct WheelFunction {
 struct Wheel {
     QString name;
     QList<WheelFunction> functions;
+    // The programs the wheel belongs to ("apps"); empty for a general wheel.
+    // Last, so {name, functions} still makes a general wheel.
+    QStringList apps = {};
 
     bool operator==(const Wheel&) const = default;
 };
@@ -58,6 +62,14 @@ public:
     // Atomic: on failure `error` says why and the old file is untouched.
     bool Save(const QString& path, QString& error);
 };
+
+// At most this many programs per wheel, as the engine reads them.
+inline constexpr int kMaxWheelPrograms = 64;
+
+// A wheel's programs as the "Programy" field shows them, and back: the
+// names between commas, trimmed, empty ones left out.
+QString ProgramsText(const QStringList& programs);
+QStringList ProgramsFromText(const QString& text);
 
 // One line describing a step, for the editor's step list.
 QString StepSummary(const Step& step);

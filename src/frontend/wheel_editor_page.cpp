@@ -27,6 +27,7 @@
 #include "frontend/elided_label.h"
 #include "frontend/frontend_identity.h"
 #include "frontend/icon_picker_dialog.h"
+#include "frontend/open_programs_dialog.h"
 #include "frontend/program_folders.h"
 #include "frontend/remembered_division.h"
 #include "frontend/step_key_names.h"
@@ -128,9 +129,31 @@ QWidget* WheelEditorPage::buildTreeColumn() {
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(tree_, 1);
     column->addLayout(buttons);
+    column->addLayout(buildProgramsRow());
     column->addSpacing(6);
     column->addLayout(buildPreview());
     return columnWidget;
+}
+
+// The selected wheel's programs: shown in front of them, it is the wheel
+// the hot key opens with.
+QLayout* WheelEditorPage::buildProgramsRow() {
+    programsEdit_ = new QLineEdit(this);
+    programsEdit_->setObjectName(QStringLiteral("programsEdit"));
+    programsEdit_->setPlaceholderText(tr("np. notepad.exe, firefox"));
+    programsEdit_->setEnabled(false);
+    pickProgramsButton_ = MakeButton(tr("Wybierz z otwartych okien…"), QStringLiteral("pickProgramsButton"), this);
+    pickProgramsButton_->setEnabled(false);
+    connect(programsEdit_, &QLineEdit::textEdited, this,
+            [this](const QString& text) { setPrograms(ProgramsFromText(text)); });
+    connect(programsEdit_, &QLineEdit::editingFinished, this, &WheelEditorPage::onProgramsEditingFinished);
+    connect(pickProgramsButton_, &QPushButton::clicked, this, &WheelEditorPage::pickPrograms);
+
+    auto* row = new QVBoxLayout;
+    row->addWidget(MakeCaption(tr("Programy"), programsEdit_, this));
+    row->addWidget(programsEdit_);
+    row->addWidget(pickProgramsButton_);
+    return row;
 }
 
 QWidget* WheelEditorPage::buildFunctionPanel() {
@@ -300,7 +323,7 @@ QLayout* WheelEditorPage::buildPreview() {
 void WheelEditorPage::setTabOrderAndNames() {
     const QList<QWidget*> order{
         openButton_,        saveButton_,        saveAsButton_,     activateButton_, tree_,          addWheelButton_,
-        addFunctionButton_, removeButton_,      nameEdit_,         voiceEdit_,      iconButton_,    colorButton_,
+        addFunctionButton_, removeButton_,      programsEdit_,     pickProgramsButton_, nameEdit_,         voiceEdit_,      iconButton_,    colorButton_,
         delaySpin_,         stepsList_,         stepUpButton_,     stepDownButton_, actionCombo_,   keyCombo_,
         amountSpin_,        targetEdit_,        stepAddButton_,    stepReplaceButton_, stepRemoveButton_};
     for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
@@ -310,6 +333,7 @@ void WheelEditorPage::setTabOrderAndNames() {
     addWheelButton_->setAccessibleName(tr("Dodaj koło"));
     addFunctionButton_->setAccessibleName(tr("Dodaj funkcję"));
     removeButton_->setAccessibleName(tr("Usuń zaznaczone koło lub funkcję"));
+    programsEdit_->setAccessibleName(tr("Programy, dla których pokazuje się to koło (oddzielone przecinkami)"));
     nameEdit_->setAccessibleName(tr("Nazwa funkcji"));
     voiceEdit_->setAccessibleName(tr("Fraza głosowa"));
     iconImage_->setAccessibleName(tr("Ikona funkcji"));
@@ -394,8 +418,8 @@ void WheelEditorPage::rebuildTree(int wheel, int function) {
         const QDir directory(fileDirectory());
         for (int i = 0; i < document_.wheels.size(); ++i) {
             const Wheel& current = document_.wheels[i];
-            auto* wheelItem =
-                new QTreeWidgetItem(tree_, {current.name.isEmpty() ? tr("(koło bez nazwy)") : current.name});
+            auto* wheelItem = new QTreeWidgetItem(tree_, {wheelLabel(current)});
+            if (!current.apps.isEmpty()) wheelItem->setToolTip(0, ProgramsText(current.apps));
             wheelItem->setData(0, kWheelRole, i);
             wheelItem->setData(0, kFunctionRole, -1);
             if (i == wheel) selected = wheelItem;
@@ -419,6 +443,7 @@ void WheelEditorPage::onTreeSelection() {
     const QTreeWidgetItem* item = tree_->currentItem();
     currentWheel_ = item ? item->data(0, kWheelRole).toInt() : -1;
     currentFunction_ = item ? item->data(0, kFunctionRole).toInt() : -1;
+    showPrograms();
     showFunction();
     refreshPreview();
 }
@@ -649,7 +674,66 @@ void WheelEditorPage::refreshPreview() {
         labels.append(wheel.functions[i].name.isEmpty() ? QString::number(i + 1) : wheel.functions[i].name);
     preview_->setLabels(labels);
     preview_->setHighlighted(currentFunction_);
-    wheelCaption_->setText(wheel.name);
+    wheelCaption_->setText(wheel.apps.isEmpty() ? wheel.name
+                                                : tr("%1 (dla: %2)").arg(wheel.name, ProgramsText(wheel.apps)));
+}
+
+QString WheelEditorPage::tooManyPrograms() const {
+    return tr("Koło może należeć najwyżej do %1 programów — zostaje pierwszych %1.").arg(kMaxWheelPrograms);
+}
+
+QString WheelEditorPage::wheelLabel(const Wheel& wheel) const {
+    const QString name = wheel.name.isEmpty() ? tr("(koło bez nazwy)") : wheel.name;
+    return wheel.apps.isEmpty() ? name : tr("%1 — dla: %2").arg(name, ProgramsText(wheel.apps));
+}
+
+void WheelEditorPage::showPrograms() {
+    const bool wheel = hasCurrentWheel();
+    programsEdit_->setEnabled(wheel);
+    pickProgramsButton_->setEnabled(wheel);
+    QScopedValueRollback<bool> quiet(updating_, true);
+    programsEdit_->setText(wheel ? ProgramsText(document_.wheels[currentWheel_].apps) : QString());
+}
+
+// The model follows the field as the user types; the tree's and the
+// preview's labels with it, without rebuilding the tree under the cursor.
+void WheelEditorPage::setPrograms(QStringList programs) {
+    if (updating_ || !hasCurrentWheel()) return;
+    if (programs.size() > kMaxWheelPrograms) programs.resize(kMaxWheelPrograms);
+    Wheel& wheel = document_.wheels[currentWheel_];
+    if (programs == wheel.apps) return;
+    wheel.apps = std::move(programs);
+    // Only the "wheels" form has room for a wheel's programs.
+    if (!wheel.apps.isEmpty()) document_.multiWheel = true;
+    if (QTreeWidgetItem* item = tree_->topLevelItem(currentWheel_)) {
+        item->setText(0, wheelLabel(wheel));
+        item->setToolTip(0, ProgramsText(wheel.apps));
+    }
+    markModified();
+    refreshPreview();
+}
+
+void WheelEditorPage::onProgramsEditingFinished() {
+    if (!hasCurrentWheel()) return;
+    if (ProgramsFromText(programsEdit_->text()).size() > kMaxWheelPrograms) {
+        warn(tooManyPrograms());
+    }
+    showPrograms();
+}
+
+void WheelEditorPage::pickPrograms() {
+    if (!hasCurrentWheel()) return;
+    OpenProgramsDialog dialog(this, programLister_);
+    if (dialog.exec() != QDialog::Accepted) return;
+    QStringList programs = document_.wheels[currentWheel_].apps;
+    for (const QString& chosen : dialog.chosenPrograms()) {
+        if (!programs.contains(chosen, Qt::CaseInsensitive)) programs.append(chosen);
+    }
+    if (programs.size() > kMaxWheelPrograms) {
+        warn(tooManyPrograms());
+    }
+    setPrograms(std::move(programs));
+    showPrograms();
 }
 
 }  // namespace zirvel::frontend

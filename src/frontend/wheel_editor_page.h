@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include "frontend/open_programs_dialog.h"
 #include "frontend/wheel_document.h"
 
 class QComboBox;
@@ -40,6 +41,8 @@ public:
     int currentFunction() const { return currentFunction_; }
     // Its object name is the style sheets' "Primary", so it is found here.
     QPushButton* activateButton() const { return activateButton_; }
+    // Where "Wybierz z otwartych okien…" gets the open windows' programs.
+    void setProgramLister(OpenProgramsDialog::Lister lister) { programLister_ = std::move(lister); }
 
 public slots:
     // The order of these slots is part of the page's meta-object interface.
@@ -65,6 +68,7 @@ private:
     QLayout* buildStepButtonsRow();
     QLayout* buildStepMoveColumn();
     QLayout* buildPreview();
+    QLayout* buildProgramsRow();
     void setTabOrderAndNames();
 
     void rebuildTree(int wheel, int function);
@@ -76,6 +80,12 @@ private:
     void pickIcon();
     void pickColor();
     void onActionKindChanged(int index);
+    void showPrograms();
+    void setPrograms(QStringList programs);
+    void onProgramsEditingFinished();
+    void pickPrograms();
+    QString wheelLabel(const Wheel& wheel) const;
+    QString tooManyPrograms() const;
     Step stepFromFields() const;
     bool hasCurrentWheel() const;
     // The selected function, or null.
@@ -124,6 +134,9 @@ private:
     QPushButton* stepRemoveButton_ = nullptr;
     QPushButton* stepUpButton_ = nullptr;
     QPushButton* stepDownButton_ = nullptr;
+    QLineEdit* programsEdit_ = nullptr;
+    QPushButton* pickProgramsButton_ = nullptr;
+    OpenProgramsDialog::Lister programLister_ = ListOpenPrograms;
     QLabel* wheelCaption_ = nullptr;
     WheelPreview* preview_ = nullptr;
 };

@@ -343,6 +343,45 @@ private slots:
         QCOMPARE(second.wheels[0].functions[1].steps.size(), 2);
     }
 
+    void programsAreReadSavedAndReadBack() {
+        WheelDocument first = LoadOk(
+            "{'wheels': [{'name': 'Gra', 'apps': ['gra.exe', '', 5, 'Steam_App_7'], 'actions': []},"
+            "{'name': 'Inne', 'apps': 'notepad.exe', 'actions': []},"
+            "{'name': 'Ogólne', 'actions': []}]}");
+        QCOMPARE(first.wheels[0].apps, (QStringList{QStringLiteral("gra.exe"), QStringLiteral("Steam_App_7")}));
+        QVERIFY(first.wheels[1].apps.isEmpty());
+        QVERIFY(first.wheels[2].apps.isEmpty());
+        const QString out = dir_.filePath(QStringLiteral("programs.json"));
+        QString error;
+        QVERIFY(first.Save(out, error));
+        const QJsonArray wheels = ReadJsonObject(out).value(QStringLiteral("wheels")).toArray();
+        QCOMPARE(wheels[0].toObject().value(QStringLiteral("apps")).toArray(),
+                 (QJsonArray{QStringLiteral("gra.exe"), QStringLiteral("Steam_App_7")}));
+        // A general wheel is written as before: without the key.
+        QVERIFY(!wheels[1].toObject().contains(QStringLiteral("apps")));
+        QVERIFY(!wheels[2].toObject().contains(QStringLiteral("apps")));
+        WheelDocument second;
+        QVERIFY(second.Load(out, error));
+        CompareDocuments(second, first);
+    }
+
+    void moreThanSixtyFourProgramsKeepTheFirst() {
+        QByteArray apps;
+        for (int i = 0; i < 70; ++i) apps += (i ? ", 'p" : "'p") + QByteArray::number(i) + "'";
+        const WheelDocument document = LoadOk("{'wheels': [{'name': 'W', 'apps': [" + apps + "], 'actions': []}]}");
+        QCOMPARE(document.wheels[0].apps.size(), 64);
+        QCOMPARE(document.wheels[0].apps.last(), QStringLiteral("p63"));
+    }
+
+    void programsTextIsSplitAtCommasAndTrimmed() {
+        using zirvel::frontend::ProgramsFromText;
+        using zirvel::frontend::ProgramsText;
+        QCOMPARE(ProgramsFromText(QStringLiteral(" notepad.exe ,firefox,, , Gra Nowa ")),
+                 (QStringList{QStringLiteral("notepad.exe"), QStringLiteral("firefox"), QStringLiteral("Gra Nowa")}));
+        QVERIFY(ProgramsFromText(QStringLiteral(" , ")).isEmpty());
+        QCOMPARE(ProgramsText({QStringLiteral("a.exe"), QStringLiteral("b")}), QStringLiteral("a.exe, b"));
+    }
+
     void summaries() {
         QCOMPARE(StepSummary(MakeStep(StepKind::Open, QString(), 1, QStringLiteral("calc.exe"))),
                  QStringLiteral("otwórz:  calc.exe"));

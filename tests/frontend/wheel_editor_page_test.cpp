@@ -28,12 +28,15 @@
 #include "engine/overlay_exports.h"
 #include "frontend/frontend_identity.h"
 #include "frontend/icon_picker_dialog.h"
+#include "frontend/open_programs_dialog.h"
 #include "frontend/themes.h"
 #include "frontend/wheel_preview.h"
 #include "support/frontend_test_main.h"
 #include "support/modal_driver.h"
 
 using zirvel::frontend::IconPickerDialog;
+using zirvel::frontend::OpenProgram;
+using zirvel::frontend::OpenProgramsDialog;
 using zirvel::frontend::StepKind;
 using zirvel::frontend::WheelEditorPage;
 using zirvel::frontend::WheelPreview;
@@ -389,6 +392,108 @@ private slots:
         const QJsonObject saved = QJsonDocument::fromJson(ReadFile(path)).object();
         QCOMPARE(saved.value(QLatin1String("wheels")).toArray().size(), 2);
         QVERIFY(!saved.contains(QLatin1String("actions")));
+    }
+
+    void programsFieldEditsSavesAndReloads() {
+        const QString path = Open(kTwoWheels);
+        auto* programs = Child<QLineEdit>("programsEdit");
+        QCOMPARE(programs->text(), QString());
+        Tree()->setCurrentItem(Tree()->topLevelItem(1));
+        QVERIFY(programs->isEnabled());
+        QVERIFY(Button("pickProgramsButton")->isEnabled());
+        programs->setFocus();
+        QTest::keyClicks(programs, QStringLiteral("notepad.exe, Firefox"));
+        QVERIFY(page_->isModified());
+        QCOMPARE(page_->document().wheels[1].apps, (QStringList{QStringLiteral("notepad.exe"), QStringLiteral("Firefox")}));
+        QVERIFY(page_->document().wheels[0].apps.isEmpty());
+        // The tree and the preview say whose wheel it is.
+        QCOMPARE(Tree()->topLevelItem(1)->text(0), QStringLiteral("B — dla: notepad.exe, Firefox"));
+        QCOMPARE(Tree()->topLevelItem(0)->text(0), QStringLiteral("A"));
+        QCOMPARE(Child<QLabel>("wheelCaption")->text(), QStringLiteral("B (dla: notepad.exe, Firefox)"));
+        QCOMPARE(programs->text(), QStringLiteral("notepad.exe, Firefox"));
+
+        Button("saveButton")->click();
+        QVERIFY(!page_->isModified());
+        const QJsonArray saved = QJsonDocument::fromJson(ReadFile(path)).object().value(QLatin1String("wheels")).toArray();
+        QCOMPARE(saved[1].toObject().value(QLatin1String("apps")).toArray(),
+                 (QJsonArray{QStringLiteral("notepad.exe"), QStringLiteral("Firefox")}));
+        QVERIFY(!saved[0].toObject().contains(QLatin1String("apps")));
+
+        page_ = std::make_unique<WheelEditorPage>();
+        page_->show();
+        page_->loadFile(path);
+        QCOMPARE(Tree()->topLevelItem(1)->text(0), QStringLiteral("B — dla: notepad.exe, Firefox"));
+        // A function shows its wheel's programs.
+        SelectFunction(0, 0);
+        QCOMPARE(Child<QLineEdit>("programsEdit")->text(), QString());
+        Tree()->setCurrentItem(Tree()->topLevelItem(1));
+        QCOMPARE(Child<QLineEdit>("programsEdit")->text(), QStringLiteral("notepad.exe, Firefox"));
+        QVERIFY(!page_->isModified());
+    }
+
+    void programsTurnASingleWheelFileIntoTheWheelsForm() {
+        const QString path = Open(Json("{'actions': [{'name': 'F', 'steps': [{'key': 'a'}]}]}"));
+        QVERIFY(!page_->document().multiWheel);
+        Child<QLineEdit>("programsEdit")->setFocus();
+        QTest::keyClicks(Child<QLineEdit>("programsEdit"), QStringLiteral("gra.exe"));
+        Button("saveButton")->click();
+        const QJsonObject saved = QJsonDocument::fromJson(ReadFile(path)).object();
+        QCOMPARE(saved.value(QLatin1String("wheels")).toArray()[0].toObject().value(QLatin1String("apps")).toArray(),
+                 QJsonArray{QStringLiteral("gra.exe")});
+    }
+
+    void moreThanSixtyFourProgramsAreCutWithAWarning() {
+        Open(kTwoWheels);
+        auto* programs = Child<QLineEdit>("programsEdit");
+        QStringList names;
+        for (int i = 0; i < 70; ++i) names.append(QStringLiteral("p%1").arg(i));
+        programs->setFocus();
+        QTest::keyClicks(programs, names.join(QLatin1Char(',')));
+        QCOMPARE(page_->document().wheels[0].apps.size(), 64);
+        ModalDriver driver;
+        driver.AnswerMessageBox(QMessageBox::Ok);
+        QTest::keyClick(programs, Qt::Key_Return);
+        QVERIFY(driver.Handled());
+        QCOMPARE(driver.Text(), QStringLiteral("Koło może należeć najwyżej do 64 programów — zostaje pierwszych 64."));
+        QCOMPARE(programs->text(), names.mid(0, 64).join(QStringLiteral(", ")));
+    }
+
+    void thePickerListsTheOpenWindowsProgramsAndAddsTheTickedOnce() {
+        Open(kTwoWheels);
+        page_->setProgramLister([] {
+            return QList<OpenProgram>{{QStringLiteral("gra.exe"), QStringLiteral("Gra — poziom 1")},
+                                      {QStringLiteral("firefox"), QStringLiteral("Mozilla Firefox")},
+                                      {QStringLiteral("Navigator"), QString()}};
+        });
+        auto* programs = Child<QLineEdit>("programsEdit");
+        programs->setFocus();
+        QTest::keyClicks(programs, QStringLiteral("GRA.EXE"));
+
+        ModalDriver driver;
+        QStringList listed;
+        OnNext<OpenProgramsDialog>(driver, [&](OpenProgramsDialog* dialog) {
+            QTRY_COMPARE(dialog->programList()->count(), 3);
+            for (int i = 0; i < dialog->programList()->count(); ++i) listed.append(dialog->programList()->item(i)->text());
+            dialog->programList()->item(0)->setCheckState(Qt::Checked);
+            dialog->programList()->item(1)->setCheckState(Qt::Checked);
+            dialog->accept();
+        });
+        Button("pickProgramsButton")->click();
+        QVERIFY(driver.Handled());
+        QCOMPARE(listed, (QStringList{QStringLiteral("gra.exe — Gra — poziom 1"),
+                                      QStringLiteral("firefox — Mozilla Firefox"), QStringLiteral("Navigator")}));
+        QCOMPARE(page_->document().wheels[0].apps, (QStringList{QStringLiteral("GRA.EXE"), QStringLiteral("firefox")}));
+        QCOMPARE(programs->text(), QStringLiteral("GRA.EXE, firefox"));
+
+        // Cancelled: nothing changes.
+        OnNext<OpenProgramsDialog>(driver, [](OpenProgramsDialog* dialog) {
+            QTRY_COMPARE(dialog->programList()->count(), 3);
+            dialog->programList()->item(2)->setCheckState(Qt::Checked);
+            dialog->reject();
+        });
+        Button("pickProgramsButton")->click();
+        QVERIFY(driver.Handled());
+        QCOMPARE(page_->document().wheels[0].apps.size(), 2);
     }
 
     void addFunctionWithNothingSelectedGoesToTheFirstWheel() {
@@ -827,7 +932,7 @@ private slots:
             QTest::keyClick(focus, Qt::Key_Tab);
         }
         QCOMPARE(visited, Words("openButton saveButton saveAsButton Primary tree addWheelButton "
-                                "addFunctionButton removeButton nameEdit voiceEdit iconButton "
+                                "addFunctionButton removeButton programsEdit pickProgramsButton nameEdit voiceEdit iconButton "
                                 "colorButton delaySpin stepsList stepUpButton stepDownButton actionCombo "
                                 "keyCombo amountSpin stepAddButton stepReplaceButton stepRemoveButton"));
     }
@@ -845,7 +950,7 @@ private slots:
     }
 
     void unlabelledControlsHaveAccessibleNames() {
-        const char* named[] = {"tree",        "nameEdit",   "voiceEdit",    "iconImage",      "iconButton",
+        const char* named[] = {"tree",        "programsEdit", "nameEdit",   "voiceEdit",    "iconImage",      "iconButton",
                                "colorButton", "delaySpin",  "stepsList",    "actionCombo",    "keyCombo",
                                "amountSpin",  "targetEdit", "stepUpButton", "stepDownButton", "preview"};
         for (const char* name : named) QVERIFY2(!Child<QWidget>(name)->accessibleName().isEmpty(), name);
