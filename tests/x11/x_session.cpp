@@ -1,5 +1,6 @@
 #include "x_session.h"
 
+#include <X11/Xatom.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/Xfixes.h>
 #include <X11/extensions/XTest.h>
@@ -438,6 +439,19 @@ TestApplication::TestApplication(const std::string& display, int x, int y, int w
 
 TestApplication::~TestApplication() {
     if (display_) XCloseDisplay(display_);
+}
+
+void TestApplication::NameProgram(const std::string& instance, const std::string& className) {
+    XClassHint hint{};
+    std::string name = instance;
+    std::string kind = className;
+    hint.res_name = name.data();
+    hint.res_class = kind.data();
+    XSetClassHint(display_, window_, &hint);
+    const unsigned long pid = static_cast<unsigned long>(getpid());
+    XChangeProperty(display_, window_, XInternAtom(display_, "_NET_WM_PID", False), XA_CARDINAL, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(&pid), 1);
+    XSync(display_, False);
 }
 
 void TestApplication::Focus() {

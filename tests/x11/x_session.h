@@ -150,6 +150,9 @@ public:
     ~TestApplication();
 
     Window Id() const { return window_; }
+    // Names the window as a program's own would be: WM_CLASS, and
+    // _NET_WM_PID of this process.
+    void NameProgram(const std::string& instance, const std::string& className);
     void Focus();
     Window FocusedWindow();
     // Reads what arrived so far.
