@@ -10,6 +10,26 @@
 
 namespace zirvel_bench {
 
+std::string TwentyFourWheelsFile(bool named) {
+    const std::string actions(kEightLetterWheel);
+    const std::string fields = actions.substr(actions.find('['), actions.rfind(']') - actions.find('[') + 1);
+    std::string file = R"({"wheels": [)";
+    for (int wheel = 0; wheel < 24; ++wheel) {
+        file += wheel ? ",\n" : "\n";
+        file += R"(  {"name": "W)" + std::to_string(wheel) + "\", ";
+        if (named) {
+            file += R"("apps": [)";
+            for (int app = 0; app < 64; ++app) {
+                file += (app ? ", \"" : "\"") + std::string("program_") + std::to_string(wheel) + "_" +
+                        std::to_string(app) + ".exe\"";
+            }
+            file += "], ";
+        }
+        file += R"("actions": )" + fields + "}";
+    }
+    return file + "]}";
+}
+
 double Milliseconds(std::chrono::steady_clock::duration duration) {
     return std::chrono::duration<double, std::milli>(duration).count();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <string>
 #include <sys/types.h>
 #include <vector>
 
@@ -11,6 +12,11 @@ namespace zirvel_bench {
 inline constexpr char kEightLetterWheel[] = R"({"actions": [
   {"name": "A", "key": "a"}, {"name": "B", "key": "b"}, {"name": "C", "key": "c"}, {"name": "D", "key": "d"},
   {"name": "E", "key": "e"}, {"name": "F", "key": "f"}, {"name": "G", "key": "g"}, {"name": "H", "key": "h"}]})";
+
+// 24 wheels, each the eight-letter wheel; `named`: each naming 64
+// programs, none of them the stand-in application (the wheel choice's
+// longest search, after which wheel 0 shows).
+std::string TwentyFourWheelsFile(bool named);
 
 double Milliseconds(std::chrono::steady_clock::duration duration);
 // Prints median, p90 and max of the samples, in milliseconds.

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <string>
 
 #include "live_figures.h"
 #include "x_session.h"
@@ -16,9 +17,11 @@ public:
     static constexpr int kWidth = 1920;
     static constexpr int kHeight = 1080;
 
-    // Starts everything with this config.json and the eight-letter wheel;
-    // Ready() says whether it all came up (what did not is printed).
-    explicit LiveSession(const char* config) : server_(kWidth, kHeight) {
+    // Starts everything with this config.json and wheels file (the
+    // eight-letter wheel unless given); Ready() says whether it all came up
+    // (what did not is printed).
+    explicit LiveSession(const char* config, const std::string& wheels = kEightLetterWheel)
+        : server_(kWidth, kHeight) {
         if (!server_.Running()) {
             std::fprintf(stderr, "Xvfb did not start\n");
             return;
@@ -26,7 +29,7 @@ public:
         user_ = std::make_unique<zirvel_test::XConnection>(server_.Name());
         application_ = std::make_unique<zirvel_test::TestApplication>(server_.Name(), 0, 0, kWidth, kHeight);
         application_->Focus();
-        program_ = std::make_unique<zirvel_test::ProgramUnderTest>(server_.Name(), config, kEightLetterWheel);
+        program_ = std::make_unique<zirvel_test::ProgramUnderTest>(server_.Name(), config, wheels);
         if (!program_->Start()) {
             std::fprintf(stderr, "the program did not start\n");
             return;
@@ -36,6 +39,7 @@ public:
     }
 
     bool Ready() const { return ready_; }
+    std::string DisplayName() const { return server_.Name(); }
     zirvel_test::XConnection& User() { return *user_; }
     zirvel_test::TestApplication& Application() { return *application_; }
     zirvel_test::ProgramUnderTest& Program() { return *program_; }

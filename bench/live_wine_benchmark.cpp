@@ -7,7 +7,10 @@
 //   - CPU use of the engine's process with the wheel hidden and shown.
 // It runs the Windows build's programs in its Wine prefix (build/windows,
 // made by the windows test preset).
-// Usage: live_wine_benchmark [idle seconds, default 30] [shown seconds, default 10]
+// Usage: live_wine_benchmark [idle seconds, default 30] [shown seconds, default 10] [wheels|programs]
+// With "wheels" the wheels file has 24 wheels; with "programs" they name
+// 64 programs each, none of them the application in front (the wheel
+// choice's longest search).
 #include <X11/keysym.h>
 
 #include <chrono>
@@ -68,7 +71,10 @@ int main(int argc, char* argv[]) {
     const std::chrono::seconds idleSpan(argc > 1 ? std::stoi(argv[1]) : 30);
     const std::chrono::seconds shownSpan(argc > 2 ? std::stoi(argv[2]) : 10);
 
-    zirvel_test::WineSession session(kConfig, zirvel_bench::kEightLetterWheel);
+    const std::string file = argc > 3 ? argv[3] : "";
+    const bool twentyFour = file == "wheels" || file == "programs";
+    zirvel_test::WineSession session(kConfig, twentyFour ? zirvel_bench::TwentyFourWheelsFile(file == "programs")
+                                                         : std::string(zirvel_bench::kEightLetterWheel));
     if (!session.Ready()) {
         std::fprintf(stderr, "no Xvfb, or no Wine prefix in the Windows build (run its tests first)\n");
         return 1;
@@ -121,7 +127,9 @@ int main(int argc, char* argv[]) {
         std::this_thread::sleep_for(50ms);
     }
 
-    std::printf("zirvel-engine.exe under Wine on Xvfb 1280 x 1024, %d rounds each\n", kRounds);
+    std::printf("zirvel-engine.exe under Wine on Xvfb 1280 x 1024, %d rounds each%s\n", kRounds,
+                file == "programs" ? ", 24 wheels x 64 programs, none in front"
+                                   : (twentyFour ? ", 24 wheels" : ""));
     ReportLatency("hot key -> first wheel picture on screen", latencies);
     ReportLatency("click -> wheel gone from the screen", hiding);
     ReportLatency("first key after click - sendDelay (150 ms)", keys);
