@@ -86,6 +86,19 @@ std::vector<double> WheelChoiceCosts(const std::string& display, unsigned long w
     return costs;
 }
 
+// Hot key latencies in a session of its own with 24 wheels, `named` or not;
+// with `choiceCosts`, also what the wheel choice costs there.
+std::vector<double> TwentyFourWheelsLatencies(bool named, std::vector<double>* choiceCosts) {
+    zirvel_bench::LiveSession session(kConfig, zirvel_bench::TwentyFourWheelsFile(named));
+    if (!session.Ready()) return {};
+    // Named, so that every name of the file is compared with it.
+    session.Application().NameProgram("stand-in", "Stand-in");
+    std::this_thread::sleep_for(300ms);
+    std::vector<double> latencies = HotKeyLatencies(session.User());
+    if (choiceCosts) *choiceCosts = WheelChoiceCosts(session.DisplayName(), session.Application().Id(), 1000);
+    return latencies;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -125,27 +138,9 @@ int main(int argc, char* argv[]) {
     // 24 wheels (the picture has arrows and a counter), first without and
     // then with programs: with them the foreground program is read and
     // every name compared before the wheel is drawn.
-    std::vector<double> wheelsLatencies;
-    {
-        zirvel_bench::LiveSession wheels(kConfig, zirvel_bench::TwentyFourWheelsFile(false));
-        if (wheels.Ready()) {
-            wheels.Application().NameProgram("stand-in", "Stand-in");
-            std::this_thread::sleep_for(300ms);
-            wheelsLatencies = HotKeyLatencies(wheels.User());
-        }
-    }
-    std::vector<double> programLatencies;
+    const std::vector<double> wheelsLatencies = TwentyFourWheelsLatencies(false, nullptr);
     std::vector<double> choiceCosts;
-    {
-        zirvel_bench::LiveSession programs(kConfig, zirvel_bench::TwentyFourWheelsFile(true));
-        if (programs.Ready()) {
-            // Named, so that every name of the file is compared with it.
-            programs.Application().NameProgram("stand-in", "Stand-in");
-            std::this_thread::sleep_for(300ms);
-            programLatencies = HotKeyLatencies(programs.User());
-            choiceCosts = WheelChoiceCosts(programs.DisplayName(), programs.Application().Id(), 1000);
-        }
-    }
+    const std::vector<double> programLatencies = TwentyFourWheelsLatencies(true, &choiceCosts);
 
     std::printf("Zirvel on Xvfb 1920 x 1080, %d rounds each\n", kRounds);
     ReportLatency("hot key -> first wheel picture on screen", latencies);
