@@ -1,6 +1,7 @@
 // The main window with the engine live on a private X server: screenshots
 // of every page in every theme, the start page's button showing the real
 // wheel, and the engine's hot key still working once the window is closed.
+#include <QFileInfo>
 #include <QListWidget>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -10,6 +11,7 @@
 
 #include "app/x11_engine_host.h"
 #include "frontend/main_window.h"
+#include "frontend/open_programs_dialog.h"
 #include "support/frontend_test_main.h"
 #include "support/page_screenshots.h"
 #include "x_session.h"
@@ -45,6 +47,28 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(OverlayIsWheelVisible(), 3000);
         OverlayToggleWheel();
         QVERIFY(!OverlayIsWheelVisible());
+    }
+
+    // "Wybierz z otwartych okien…" as the user meets it: the programs of the
+    // windows on the X server, the names a wheel can list.
+    void thePickerListsTheProgramsOfTheOpenWindows() {
+        zirvel_test::TestApplication editor(displayName, 900, 100, 200, 200);
+        editor.NameProgram("edytor-testowy", "EdytorTestowy");
+        zirvel::frontend::OpenProgramsDialog dialog(nullptr);
+        dialog.show();
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.programList()->count() > 0, 5000);
+        QStringList names;
+        QStringList texts;
+        for (int i = 0; i < dialog.programList()->count(); ++i) {
+            names.append(dialog.programList()->item(i)->data(Qt::UserRole).toString());
+            texts.append(dialog.programList()->item(i)->text());
+        }
+        // The window's class names, and its process's executable: this test.
+        QVERIFY2(names.contains(QStringLiteral("edytor-testowy")), qPrintable(names.join(QLatin1Char(' '))));
+        QVERIFY2(names.contains(QStringLiteral("EdytorTestowy")), qPrintable(names.join(QLatin1Char(' '))));
+        QVERIFY(names.contains(QFileInfo(QCoreApplication::applicationFilePath()).fileName()));
+        QVERIFY(texts.contains(QStringLiteral("edytor-testowy — Zirvel test application")));
+        QCOMPARE(names.removeDuplicates(), 0);
     }
 
     void afterClosingTheWindowTheHotKeyStillShowsTheWheel() {
