@@ -2,7 +2,7 @@
 // with its own factory.
 #pragma once
 
-#include "engine/canvas_factory.h"
+#include "core/canvas_factory.h"
 
 namespace zirvel_bench {
 

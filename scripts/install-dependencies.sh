@@ -4,6 +4,7 @@
 #   install-dependencies.sh test   building both platforms and running tests
 #   install-dependencies.sh demo   the demo on a private X server
 #   install-dependencies.sh demo-windows   the Windows program's demo under Wine
+#   install-dependencies.sh screenshots    the documents' pictures made anew by the tests
 #   install-dependencies.sh fresh-machine  the fresh-machine check (a new Debian root)
 # Uses sudo when not root; never asks questions.
 set -euo pipefail
@@ -49,8 +50,9 @@ case "${1:-}" in
   demo) wanted=("${build_packages[@]}" "${demo_packages[@]}") ;;
   demo-windows) wanted=("${build_packages[@]}" "${demo_packages[@]}" "${windows_demo_packages[@]}") ;;
   test) wanted=("${build_packages[@]}" "${test_packages[@]}") ;;
+  screenshots) wanted=("${build_packages[@]}" "${test_packages[@]}" netpbm) ;;
   fresh-machine) wanted=("${fresh_machine_packages[@]}") ;;
-  *) echo "usage: $0 run|test|demo|demo-windows|fresh-machine" >&2; exit 2 ;;
+  *) echo "usage: $0 run|test|demo|demo-windows|screenshots|fresh-machine" >&2; exit 2 ;;
 esac
 
 # npm may come with Node.js from elsewhere; Debian's only when there is none.

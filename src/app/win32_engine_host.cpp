@@ -3,11 +3,11 @@
 #include <memory>
 
 #include "engine/canvas_renderer.h"
+#include "engine/element_hints.h"
 #include "engine/engine_gaze_thread.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_thread.h"
-#include "navigation/element_hints.h"
 #include "platform/win32/install_element_scanner.h"
 #include "platform/win32/wave_in_capture.h"
 

@@ -3,12 +3,12 @@
 #include <thread>
 
 #include "engine/canvas_renderer.h"
+#include "engine/element_hints.h"
 #include "engine/engine_gaze_thread.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_thread.h"
 #include "engine/overlay_exports.h"
-#include "navigation/element_hints.h"
 #include "platform/x11/accessibility_bus_switch.h"
 #include "platform/x11/atspi_element_scanner.h"
 #include "platform/x11/pulse_capture.h"

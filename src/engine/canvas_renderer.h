@@ -3,7 +3,7 @@
 // overlay surfaces through the platform.
 #pragma once
 
-#include "engine/canvas_factory.h"
+#include "core/canvas_factory.h"
 
 namespace zirvel {
 

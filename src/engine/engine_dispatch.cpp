@@ -1,13 +1,13 @@
 #include "engine/engine_dispatch.h"
 
 #include "config/text.h"
+#include "engine/element_hints.h"
 #include "engine/engine_state.h"
 #include "engine/function_runner.h"
+#include "engine/grid.h"
 #include "engine/host_notice.h"
 #include "engine/reach_warning.h"
 #include "engine/wheel_overlay.h"
-#include "navigation/element_hints.h"
-#include "navigation/grid.h"
 #include "voice/voice_phrases.h"
 
 namespace zirvel {

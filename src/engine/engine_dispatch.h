@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "engine/engine_message.h"
+#include "core/engine_message.h"
 #include "engine/platform.h"
 
 namespace zirvel {

@@ -4,12 +4,12 @@
 
 #include "config/text.h"
 #include "config/wheels_file.h"
+#include "engine/element_hints.h"
 #include "engine/engine_dispatch.h"
 #include "engine/engine_state.h"
+#include "engine/grid.h"
 #include "engine/host_notice.h"
 #include "engine/wheel_overlay.h"
-#include "navigation/element_hints.h"
-#include "navigation/grid.h"
 #include "voice/voice_phrases.h"
 
 namespace zirvel {

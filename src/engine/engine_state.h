@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "config/engine_settings.h"
+#include "core/geometry.h"
 #include "engine/background_thread.h"
-#include "engine/geometry.h"
 #include "engine/platform.h"
 #include "engine/wheel_geometry.h"
 #include "voice/voice_phrases.h"

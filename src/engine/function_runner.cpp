@@ -1,8 +1,8 @@
 #include "engine/function_runner.h"
 
 #include "engine/engine_state.h"
+#include "engine/grid.h"
 #include "engine/reach_warning.h"
-#include "navigation/grid.h"
 
 namespace zirvel {
 namespace {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/canvas.h"
-#include "engine/canvas_factory.h"
+#include "core/canvas.h"
+#include "core/canvas_factory.h"
 
 namespace zirvel {
 

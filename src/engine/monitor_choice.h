@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 
 namespace zirvel {
 

@@ -13,22 +13,15 @@
 #include <vector>
 
 #include "config/key_code.h"
-#include "engine/engine_message.h"
-#include "engine/geometry.h"
+#include "core/engine_message.h"
+#include "core/geometry.h"
+#include "core/picture.h"
 
 namespace zirvel {
 
 // The two overlay windows: the wheel, and the grid (which the element hints
 // share).
 enum class Surface { Wheel, Grid };
-
-// A premultiplied 32-bit picture, top-down rows, 0xAARRGGBB per pixel: what
-// a layered window takes.
-struct Picture {
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    std::vector<std::uint32_t> pixels;
-};
 
 // A window of another program, or 0 for none.
 using WindowHandle = std::uintptr_t;

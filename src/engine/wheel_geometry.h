@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "engine/dpi_scale.h"
-#include "engine/geometry.h"
+#include "core/dpi_scale.h"
+#include "core/geometry.h"
 
 namespace zirvel {
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "engine/engine_message.h"
+#include "core/engine_message.h"
 #include "engine/engine_state.h"
 #include "engine/function_runner.h"
 #include "engine/reach_warning.h"

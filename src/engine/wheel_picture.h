@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/canvas.h"
+#include "core/canvas.h"
 #include "engine/engine_state.h"
 #include "engine/icon_cache.h"
 

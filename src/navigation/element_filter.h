@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/dpi_scale.h"
-#include "engine/geometry.h"
+#include "core/dpi_scale.h"
+#include "core/geometry.h"
 #include "navigation/element_scanner.h"
 
 namespace zirvel {

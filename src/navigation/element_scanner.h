@@ -25,7 +25,7 @@
 
 #include <cstdint>
 
-#include "engine/engine_message.h"
+#include "core/engine_message.h"
 
 namespace zirvel {
 

@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "engine/dpi_scale.h"
-#include "engine/geometry.h"
+#include "core/dpi_scale.h"
+#include "core/geometry.h"
 
 namespace zirvel {
 

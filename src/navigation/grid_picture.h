@@ -4,9 +4,9 @@
 
 #include <cstdint>
 
-#include "engine/canvas.h"
-#include "engine/dpi_scale.h"
-#include "engine/geometry.h"
+#include "core/canvas.h"
+#include "core/dpi_scale.h"
+#include "core/geometry.h"
 
 namespace zirvel {
 

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <span>
 
-#include "engine/canvas.h"
-#include "engine/dpi_scale.h"
-#include "engine/geometry.h"
+#include "core/canvas.h"
+#include "core/dpi_scale.h"
+#include "core/geometry.h"
 
 namespace zirvel {
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string_view>
 
-#include "engine/engine_message.h"
+#include "core/engine_message.h"
 #include "voice/voice_phrases.h"
 
 namespace zirvel {

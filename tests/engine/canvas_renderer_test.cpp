@@ -2,9 +2,9 @@
 // presents it where the surface is.
 #include "canvas_renderer_fixture.h"
 
+#include "engine/element_hints.h"
+#include "engine/grid.h"
 #include "engine/icon_cache.h"
-#include "navigation/element_hints.h"
-#include "navigation/grid.h"
 
 namespace zirvel_test {
 namespace {

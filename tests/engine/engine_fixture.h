@@ -10,13 +10,13 @@
 #include <string>
 #include <string_view>
 
+#include "engine/element_hints.h"
 #include "engine/engine_dispatch.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_target.h"
 #include "engine/overlay_exports.h"
 #include "engine/wheel_overlay.h"
-#include "navigation/element_hints.h"
 #include "navigation/element_scanner.h"
 #include "platform/null/null_platform.h"
 #include "voice/voice_dispatch.h"

@@ -3,8 +3,8 @@
 // field, and what is clicked stays in screen pixels.
 #include "canvas_renderer_fixture.h"
 
+#include "engine/grid.h"
 #include "engine/wheel_geometry.h"
-#include "navigation/grid.h"
 
 namespace zirvel_test {
 namespace {

@@ -1,6 +1,6 @@
 // Every timing rule of the engine, run twice: exactly on the virtual clock,
 // and on the real clock with a tolerance for the scheduler.
-#include "engine/engine_message.h"
+#include "core/engine_message.h"
 #include "engine/function_runner.h"
 #include "engine_fixture.h"
 

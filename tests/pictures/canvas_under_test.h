@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "engine/canvas_factory.h"
+#include "core/canvas_factory.h"
 
 namespace zirvel_test {
 

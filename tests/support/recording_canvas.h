@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "engine/canvas.h"
-#include "engine/canvas_factory.h"
+#include "core/canvas.h"
+#include "core/canvas_factory.h"
 
 namespace zirvel_test {
 

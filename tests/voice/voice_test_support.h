@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "config/wheel.h"
-#include "engine/engine_message.h"
+#include "core/engine_message.h"
 #include "voice/voice_dispatch.h"
 
 namespace zirvel::voice_test {

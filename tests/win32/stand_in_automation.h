@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 #include "platform/win32/ui_automation_client.h"
 
 namespace zirvel_test {

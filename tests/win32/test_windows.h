@@ -9,7 +9,7 @@
 
 #include <vector>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 
 namespace zirvel_test {
 

@@ -16,6 +16,7 @@
 
 #include "private_wayland_compositor.h"
 #include "program_windows.h"
+#include "framebuffer.h"
 #include "x_session.h"
 
 namespace zirvel_test {
@@ -504,6 +505,8 @@ TEST_F(CompositedTest, TheDesktopShowsThroughTheCentreHoleAndTheRingIsTranslucen
         const std::uint32_t blended = (colour[channel] * 135 + 0x80 * (255 - 135)) / 255;
         EXPECT_NEAR(static_cast<double>((ring >> (16 - 8 * channel)) & 0xFF), blended, 3.0) << "channel " << channel;
     }
+    // The picture of the wheel over an application that the user guide shows.
+    EXPECT_TRUE(SaveFramebuffer(framebuffer_, std::filesystem::path(ZIRVEL_SCREENSHOTS) / "wheel-over-application.png"));
 }
 
 }  // namespace

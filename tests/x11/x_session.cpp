@@ -129,34 +129,6 @@ PrivateXServer::PrivateXServer(int width, int height, const std::filesystem::pat
 
 PrivateXServer::~PrivateXServer() { StopProcess(pid_); }
 
-std::optional<std::uint32_t> FramebufferPixel(const std::filesystem::path& framebufferFolder, int x, int y) {
-    std::ifstream file(framebufferFolder / "Xvfb_screen0", std::ios::binary);
-    // The XWD header: big-endian 32-bit fields.
-    auto field = [&file](int index) {
-        unsigned char bytes[4] = {};
-        file.seekg(index * 4);
-        file.read(reinterpret_cast<char*>(bytes), 4);
-        return static_cast<std::uint32_t>(bytes[0]) << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
-    };
-    const std::uint32_t headerSize = field(0);
-    const std::uint32_t width = field(4);
-    const std::uint32_t height = field(5);
-    const std::uint32_t bitsPerPixel = field(11);
-    const std::uint32_t bytesPerLine = field(12);
-    const std::uint32_t colours = field(19);
-    if (!file || bitsPerPixel != 32 || x < 0 || y < 0 || static_cast<std::uint32_t>(x) >= width ||
-        static_cast<std::uint32_t>(y) >= height) {
-        return std::nullopt;
-    }
-    constexpr std::uint32_t kColourEntrySize = 12;
-    file.seekg(headerSize + colours * kColourEntrySize + static_cast<std::uint32_t>(y) * bytesPerLine +
-               static_cast<std::uint32_t>(x) * 4);
-    unsigned char pixel[4] = {};
-    file.read(reinterpret_cast<char*>(pixel), 4);
-    if (!file) return std::nullopt;
-    return static_cast<std::uint32_t>(pixel[2]) << 16 | pixel[1] << 8 | pixel[0];  // B, G, R, X in memory
-}
-
 // --- ChildProcess -----------------------------------------------------------------
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,

@@ -42,8 +42,6 @@ private:
     std::string name_;
 };
 
-// A pixel (0xRRGGBB) of the screen Xvfb keeps in `framebufferFolder`.
-std::optional<std::uint32_t> FramebufferPixel(const std::filesystem::path& framebufferFolder, int x, int y);
 
 // A child process with its own environment; killed when destroyed.
 class ChildProcess {

@@ -10,7 +10,7 @@
 #endif
 #include <windows.h>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 
 namespace zirvel::win32 {
 

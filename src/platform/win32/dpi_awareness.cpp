@@ -1,6 +1,6 @@
 #include "platform/win32/dpi_awareness.h"
 
-#include "engine/dpi_scale.h"
+#include "core/dpi_scale.h"
 
 namespace zirvel::win32 {
 namespace {

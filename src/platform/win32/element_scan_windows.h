@@ -10,7 +10,7 @@
 
 #include <functional>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 
 namespace zirvel::win32 {
 

@@ -5,11 +5,11 @@
 #include <memory>
 #include <string>
 
+#include "core/dpi_scale.h"
 #include "engine/engine_lifecycle.h"
 #include "engine/engine_state.h"
 #include "engine/engine_voice_target.h"
 #include "engine/help_page.h"
-#include "engine/dpi_scale.h"
 #include "platform/win32/dpi_awareness.h"
 #include "platform/win32/engine_window_protocol.h"
 #include "platform/win32/win32_platform.h"

@@ -2,7 +2,7 @@
 
 #include "config/text.h"
 #include "config/wheels_file.h"
-#include "engine/dpi_scale.h"
+#include "core/dpi_scale.h"
 #include "platform/win32/dpi_awareness.h"
 #include "platform/win32/editor_dialogs.h"
 #include "platform/win32/engine_window_protocol.h"

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "engine/canvas_factory.h"
+#include "core/canvas_factory.h"
 
 namespace zirvel {
 

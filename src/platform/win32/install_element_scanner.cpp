@@ -1,6 +1,6 @@
 #include "platform/win32/install_element_scanner.h"
 
-#include "navigation/element_hints.h"
+#include "engine/element_hints.h"
 #include "platform/win32/win32_element_scanner.h"
 #include "platform/win32/win32_platform.h"
 

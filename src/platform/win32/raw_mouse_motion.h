@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <map>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 
 namespace zirvel::win32 {
 

@@ -15,7 +15,7 @@
 #include <optional>
 #include <vector>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 #include "navigation/element_filter.h"
 
 namespace zirvel::x11 {

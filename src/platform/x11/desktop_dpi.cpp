@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "engine/dpi_scale.h"
+#include "core/dpi_scale.h"
 
 namespace zirvel::x11 {
 namespace {

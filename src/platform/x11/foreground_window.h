@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 
 struct xcb_connection_t;
 

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "engine/canvas_factory.h"
+#include "core/canvas_factory.h"
 
 namespace zirvel {
 

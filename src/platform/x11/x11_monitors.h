@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 
 namespace zirvel::x11 {
 

@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "config/utf.h"
-#include "engine/dpi_scale.h"
+#include "core/dpi_scale.h"
 #include "engine/monitor_choice.h"
 #include "platform/x11/desktop_dpi.h"
 #include "platform/x11/live_keyboard_layout.h"

@@ -1,8 +1,8 @@
-#include "navigation/grid.h"
+#include "engine/grid.h"
 
+#include "engine/element_hints.h"
 #include "engine/engine_state.h"
 #include "engine/renderer.h"
-#include "navigation/element_hints.h"
 #include "navigation/grid_geometry.h"
 
 namespace zirvel {

@@ -14,8 +14,8 @@
 #include <string>
 #include <string_view>
 
-#include "engine/geometry.h"
-#include "engine/platform.h"
+#include "core/geometry.h"
+#include "core/picture.h"
 
 namespace zirvel {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/geometry.h"
+#include "core/geometry.h"
 
 namespace zirvel {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "engine/engine_message.h"
+#include "core/engine_message.h"
 
 namespace zirvel {
 

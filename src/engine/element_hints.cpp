@@ -1,12 +1,12 @@
-#include "navigation/element_hints.h"
+#include "engine/element_hints.h"
 
 #include <atomic>
 
 #include "engine/engine_state.h"
 #include "engine/function_runner.h"
+#include "engine/grid.h"
 #include "engine/renderer.h"
 #include "navigation/element_scanner.h"
-#include "navigation/grid.h"
 #include "navigation/grid_geometry.h"
 
 namespace zirvel {

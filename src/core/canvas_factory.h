@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "engine/canvas.h"
+#include "core/canvas.h"
 
 namespace zirvel {
 
