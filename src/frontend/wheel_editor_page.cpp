@@ -16,7 +16,6 @@
 #include <QSettings>
 #include <QSpinBox>
 #include <QSplitter>
-#include <QStackedWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -24,13 +23,12 @@
 
 #include "engine/overlay_exports.h"
 #include "frontend/cards.h"
+#include "frontend/editor_widgets.h"
 #include "frontend/elided_label.h"
 #include "frontend/frontend_identity.h"
 #include "frontend/icon_picker_dialog.h"
-#include "frontend/open_programs_dialog.h"
 #include "frontend/program_folders.h"
 #include "frontend/remembered_division.h"
-#include "frontend/step_key_names.h"
 #include "frontend/themes.h"
 #include "frontend/wheel_preview.h"
 
@@ -39,21 +37,6 @@ namespace {
 
 constexpr int kWheelRole = Qt::UserRole;
 constexpr int kFunctionRole = Qt::UserRole + 1;
-
-QPushButton* MakeButton(const QString& text, const QString& objectName, QWidget* parent) {
-    auto* button = new QPushButton(text, parent);
-    button->setObjectName(objectName);
-    return button;
-}
-
-// Captions share the style sheets' "cardTitle" look and name their field
-// for screen readers through the buddy link.
-QLabel* MakeCaption(const QString& text, QWidget* buddy, QWidget* parent) {
-    auto* caption = new QLabel(text, parent);
-    SetRole(caption, "cardTitle");
-    if (buddy) caption->setBuddy(buddy);
-    return caption;
-}
 
 void RememberWheelFile(const QString& path) {
     QSettings(kOrganisationName, kSettingsScope).setValue(kLastWheelFileKey, path);
@@ -135,27 +118,6 @@ QWidget* WheelEditorPage::buildTreeColumn() {
     return columnWidget;
 }
 
-// The selected wheel's programs: shown in front of them, it is the wheel
-// the hot key opens with.
-QLayout* WheelEditorPage::buildProgramsRow() {
-    programsEdit_ = new QLineEdit(this);
-    programsEdit_->setObjectName(QStringLiteral("programsEdit"));
-    programsEdit_->setPlaceholderText(tr("np. notepad.exe, firefox"));
-    programsEdit_->setEnabled(false);
-    pickProgramsButton_ = MakeButton(tr("Wybierz z otwartych okien…"), QStringLiteral("pickProgramsButton"), this);
-    pickProgramsButton_->setEnabled(false);
-    connect(programsEdit_, &QLineEdit::textEdited, this,
-            [this](const QString& text) { setPrograms(ProgramsFromText(text)); });
-    connect(programsEdit_, &QLineEdit::editingFinished, this, &WheelEditorPage::onProgramsEditingFinished);
-    connect(pickProgramsButton_, &QPushButton::clicked, this, &WheelEditorPage::pickPrograms);
-
-    auto* row = new QVBoxLayout;
-    row->addWidget(MakeCaption(tr("Programy"), programsEdit_, this));
-    row->addWidget(programsEdit_);
-    row->addWidget(pickProgramsButton_);
-    return row;
-}
-
 QWidget* WheelEditorPage::buildFunctionPanel() {
     functionPanel_ = new QWidget(this);
     functionPanel_->setObjectName(QStringLiteral("functionPanel"));
@@ -226,79 +188,6 @@ QLayout* WheelEditorPage::buildFieldsRow() {
     row->addSpacing(10);
     row->addLayout(looks, 2);
     return row;
-}
-
-QLayout* WheelEditorPage::buildStepEditorRow() {
-    QWidget* panel = functionPanel_;
-    actionCombo_ = new QComboBox(panel);
-    actionCombo_->setObjectName(QStringLiteral("actionCombo"));
-    // Item index = StepKind.
-    actionCombo_->addItems({tr("klik"), tr("przytrzymaj"), tr("puść"), tr("otwórz")});
-
-    stepStack_ = new QStackedWidget(panel);
-    stepStack_->setObjectName(QStringLiteral("stepStack"));
-    stepStack_->setFixedHeight(34);
-    auto* keyPage = new QWidget(stepStack_);
-    keyCombo_ = new QComboBox(keyPage);
-    keyCombo_->setObjectName(QStringLiteral("keyCombo"));
-    keyCombo_->setEditable(true);
-    keyCombo_->addItems(stepKeyNames());
-    // Narrower than the longest key name, so that the row fits the
-    // function's column in the window's first size; wider when there is room.
-    keyCombo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    keyCombo_->setMinimumContentsLength(5);
-    amountSpin_ = new QSpinBox(keyPage);
-    amountSpin_->setObjectName(QStringLiteral("amountSpin"));
-    amountSpin_->setRange(0, 60000);
-    amountSpin_->setValue(1);
-    auto* keyRow = new QHBoxLayout(keyPage);
-    keyRow->setContentsMargins(0, 0, 0, 0);
-    keyRow->addWidget(keyCombo_);
-    keyRow->addWidget(amountSpin_);
-    targetEdit_ = new QLineEdit(stepStack_);
-    targetEdit_->setObjectName(QStringLiteral("targetEdit"));
-    targetEdit_->setPlaceholderText(QStringLiteral("https://… albo program.exe"));
-    stepStack_->addWidget(keyPage);
-    stepStack_->addWidget(targetEdit_);
-    connect(actionCombo_, &QComboBox::currentIndexChanged, this, &WheelEditorPage::onActionKindChanged);
-
-    auto* row = new QHBoxLayout;
-    row->addWidget(actionCombo_);
-    row->addWidget(stepStack_, 1);
-    return row;
-}
-
-QLayout* WheelEditorPage::buildStepButtonsRow() {
-    QWidget* panel = functionPanel_;
-    stepAddButton_ = MakeButton(tr("Dodaj krok"), QStringLiteral("stepAddButton"), panel);
-    stepReplaceButton_ = MakeButton(tr("Zamień"), QStringLiteral("stepReplaceButton"), panel);
-    stepRemoveButton_ = MakeButton(tr("Usuń krok"), QStringLiteral("stepRemoveButton"), panel);
-    connect(stepAddButton_, &QPushButton::clicked, this, &WheelEditorPage::stepAdd);
-    connect(stepReplaceButton_, &QPushButton::clicked, this, &WheelEditorPage::stepReplace);
-    connect(stepRemoveButton_, &QPushButton::clicked, this, &WheelEditorPage::stepRemove);
-
-    auto* row = new QHBoxLayout;
-    row->addWidget(stepAddButton_);
-    row->addWidget(stepReplaceButton_);
-    row->addWidget(stepRemoveButton_);
-    row->addStretch();
-    return row;
-}
-
-QLayout* WheelEditorPage::buildStepMoveColumn() {
-    QWidget* panel = functionPanel_;
-    stepUpButton_ = MakeButton(QStringLiteral("▲"), QStringLiteral("stepUpButton"), panel);
-    stepDownButton_ = MakeButton(QStringLiteral("▼"), QStringLiteral("stepDownButton"), panel);
-    stepUpButton_->setFixedWidth(36);
-    stepDownButton_->setFixedWidth(36);
-    connect(stepUpButton_, &QPushButton::clicked, this, [this] { stepMove(-1); });
-    connect(stepDownButton_, &QPushButton::clicked, this, [this] { stepMove(1); });
-
-    auto* column = new QVBoxLayout;
-    column->addWidget(stepUpButton_);
-    column->addWidget(stepDownButton_);
-    column->addStretch();
-    return column;
 }
 
 QLayout* WheelEditorPage::buildPreview() {
@@ -461,12 +350,6 @@ WheelFunction* WheelEditorPage::selectedFunction() {
     return const_cast<WheelFunction*>(std::as_const(*this).selectedFunction());
 }
 
-bool WheelEditorPage::hasStepRow() const {
-    const WheelFunction* function = selectedFunction();
-    const int row = stepsList_->currentRow();
-    return function && row >= 0 && row < function->steps.size();
-}
-
 void WheelEditorPage::showFunction() {
     const WheelFunction* function = selectedFunction();
     functionPanel_->setEnabled(function != nullptr);
@@ -591,77 +474,6 @@ void WheelEditorPage::removeSelected() {
     rebuildTree(0, -1);
 }
 
-void WheelEditorPage::onActionKindChanged(int index) {
-    stepStack_->setCurrentIndex(index == int(StepKind::Open) ? 1 : 0);
-    amountSpin_->setEnabled(index == int(StepKind::Click) || index == int(StepKind::Hold));
-}
-
-void WheelEditorPage::onStepSelection() {
-    if (updating_ || !hasStepRow()) return;
-    const Step& step = selectedFunction()->steps[stepsList_->currentRow()];
-    QScopedValueRollback<bool> quiet(updating_, true);
-    actionCombo_->setCurrentIndex(int(step.kind));
-    if (step.kind == StepKind::Open) {
-        targetEdit_->setText(step.target);
-    } else {
-        keyCombo_->setCurrentText(step.key);
-        amountSpin_->setValue(step.value);
-    }
-}
-
-Step WheelEditorPage::stepFromFields() const {
-    Step step;
-    step.kind = static_cast<StepKind>(actionCombo_->currentIndex());
-    if (step.kind == StepKind::Open) {
-        step.target = targetEdit_->text().trimmed();
-        return step;
-    }
-    step.key = keyCombo_->currentText().trimmed();
-    if (step.kind == StepKind::Click) step.value = std::clamp(amountSpin_->value(), 1, 100);
-    if (step.kind == StepKind::Hold) step.value = amountSpin_->value();
-    return step;
-}
-
-void WheelEditorPage::stepAdd() {
-    WheelFunction* function = selectedFunction();
-    if (!function) return;
-    const Step step = stepFromFields();
-    if (step.kind == StepKind::Open ? step.target.isEmpty() : step.key.isEmpty()) return;
-    function->steps.append(step);
-    markModified();
-    showFunction();
-    stepsList_->setCurrentRow(static_cast<int>(function->steps.size()) - 1);
-}
-
-void WheelEditorPage::stepReplace() {
-    if (!hasStepRow()) return;
-    const int row = stepsList_->currentRow();
-    selectedFunction()->steps[row] = stepFromFields();
-    markModified();
-    showFunction();
-    stepsList_->setCurrentRow(row);
-}
-
-void WheelEditorPage::stepRemove() {
-    if (!hasStepRow()) return;
-    selectedFunction()->steps.removeAt(stepsList_->currentRow());
-    markModified();
-    showFunction();
-    stepsList_->setCurrentRow(-1);
-}
-
-void WheelEditorPage::stepMove(int delta) {
-    if (!hasStepRow()) return;
-    const int row = stepsList_->currentRow();
-    const int target = row + delta;
-    QList<Step>& steps = selectedFunction()->steps;
-    if (target < 0 || target >= steps.size()) return;
-    steps.swapItemsAt(row, target);
-    markModified();
-    showFunction();
-    stepsList_->setCurrentRow(target);
-}
-
 void WheelEditorPage::refreshPreview() {
     if (!hasCurrentWheel()) {
         preview_->setLabels({});
@@ -676,64 +488,6 @@ void WheelEditorPage::refreshPreview() {
     preview_->setHighlighted(currentFunction_);
     wheelCaption_->setText(wheel.apps.isEmpty() ? wheel.name
                                                 : tr("%1 (dla: %2)").arg(wheel.name, ProgramsText(wheel.apps)));
-}
-
-QString WheelEditorPage::tooManyPrograms() const {
-    return tr("Koło może należeć najwyżej do %1 programów — zostaje pierwszych %1.").arg(kMaxWheelPrograms);
-}
-
-QString WheelEditorPage::wheelLabel(const Wheel& wheel) const {
-    const QString name = wheel.name.isEmpty() ? tr("(koło bez nazwy)") : wheel.name;
-    return wheel.apps.isEmpty() ? name : tr("%1 — dla: %2").arg(name, ProgramsText(wheel.apps));
-}
-
-void WheelEditorPage::showPrograms() {
-    const bool wheel = hasCurrentWheel();
-    programsEdit_->setEnabled(wheel);
-    pickProgramsButton_->setEnabled(wheel);
-    QScopedValueRollback<bool> quiet(updating_, true);
-    programsEdit_->setText(wheel ? ProgramsText(document_.wheels[currentWheel_].apps) : QString());
-}
-
-// The model follows the field as the user types; the tree's and the
-// preview's labels with it, without rebuilding the tree under the cursor.
-void WheelEditorPage::setPrograms(QStringList programs) {
-    if (updating_ || !hasCurrentWheel()) return;
-    if (programs.size() > kMaxWheelPrograms) programs.resize(kMaxWheelPrograms);
-    Wheel& wheel = document_.wheels[currentWheel_];
-    if (programs == wheel.apps) return;
-    wheel.apps = std::move(programs);
-    // Only the "wheels" form has room for a wheel's programs.
-    if (!wheel.apps.isEmpty()) document_.multiWheel = true;
-    if (QTreeWidgetItem* item = tree_->topLevelItem(currentWheel_)) {
-        item->setText(0, wheelLabel(wheel));
-        item->setToolTip(0, ProgramsText(wheel.apps));
-    }
-    markModified();
-    refreshPreview();
-}
-
-void WheelEditorPage::onProgramsEditingFinished() {
-    if (!hasCurrentWheel()) return;
-    if (ProgramsFromText(programsEdit_->text()).size() > kMaxWheelPrograms) {
-        warn(tooManyPrograms());
-    }
-    showPrograms();
-}
-
-void WheelEditorPage::pickPrograms() {
-    if (!hasCurrentWheel()) return;
-    OpenProgramsDialog dialog(this, programLister_);
-    if (dialog.exec() != QDialog::Accepted) return;
-    QStringList programs = document_.wheels[currentWheel_].apps;
-    for (const QString& chosen : dialog.chosenPrograms()) {
-        if (!programs.contains(chosen, Qt::CaseInsensitive)) programs.append(chosen);
-    }
-    if (programs.size() > kMaxWheelPrograms) {
-        warn(tooManyPrograms());
-    }
-    setPrograms(std::move(programs));
-    showPrograms();
 }
 
 }  // namespace zirvel::frontend
