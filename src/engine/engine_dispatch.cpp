@@ -5,6 +5,7 @@
 #include "engine/function_runner.h"
 #include "engine/host_notice.h"
 #include "engine/reach_warning.h"
+#include "engine/switch_scan.h"
 #include "engine/wheel_overlay.h"
 #include "navigation/element_hints.h"
 #include "navigation/grid.h"
@@ -50,10 +51,20 @@ void ShowSkippedPhrases(const std::u16string& phrases) {
 
 class EngineEvents final : public PlatformEvents {
 public:
-    void OnHotKey() override { ToggleWheel(); }
+    void OnHotKey() override {
+        if (Engine().Settings().scanEnabled) {
+            PressSelectSwitch();
+        } else {
+            ToggleWheel();
+        }
+    }
+    void OnStepKey() override { PressStepSwitch(); }
     void OnRawMotion(std::int32_t dx, std::int32_t dy) override { AddRawMotion(dx, dy); }
     void OnCapturedLeftButtonDown() override { PostSelect(); }
-    void OnWheelTimer() override { WheelTimerTick(); }
+    void OnWheelTimer() override {
+        WheelTimerTick();
+        SwitchScanTick();
+    }
     void OnMessage(EngineMessage message) override { HandleEngineMessage(std::move(message)); }
 };
 

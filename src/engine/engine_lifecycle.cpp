@@ -7,6 +7,7 @@
 #include "engine/engine_dispatch.h"
 #include "engine/engine_state.h"
 #include "engine/host_notice.h"
+#include "engine/switch_scan.h"
 #include "engine/wheel_overlay.h"
 #include "navigation/element_hints.h"
 #include "navigation/grid.h"
@@ -136,6 +137,7 @@ void StopEngine() {
 void DetachEngineFromSystem() {
     EngineState& engine = Engine();
     if (engine.wheelVisible) HideWheel();
+    StopSwitchScan();
     engine.gazeThread.Stop(kGazeStopWait);
     engine.voiceThread.Stop(kVoiceStopWait);
     engine.platform->UnregisterHotKey();
@@ -155,6 +157,7 @@ void ReloadEngineConfiguration() {
     MatchThreadToSetting(settings.gazeEnabled, engine.gazeThread, gazeMaker, engine.gazeStatus, kGazeStopWait);
     MatchThreadToSetting(settings.voiceEnabled, engine.voiceThread, voiceMaker, engine.voiceStatus, kVoiceStopWait);
     // A changed toggleKey takes effect at the next start of the program.
+    MatchScanToSettings();
     if (engine.wheelVisible) RedrawWheel();
 }
 
@@ -164,6 +167,7 @@ void ActivateWheels(std::vector<Wheel> wheels) {
     engine.configuration.currentWheel = 0;
     engine.hoveredField = -1;
     RebuildPhrases(engine);
+    RestartWheelScan();
     if (engine.wheelVisible) RedrawWheel();
 }
 

@@ -39,6 +39,8 @@ public:
     virtual ~PlatformEvents() = default;
     // The global hot key went down (never for auto-repeat).
     virtual void OnHotKey() = 0;
+    // The step key of switch scanning went down (never for auto-repeat).
+    virtual void OnStepKey() = 0;
     // Relative raw motion of a physical mouse while the pointer is captured.
     virtual void OnRawMotion(std::int32_t dx, std::int32_t dy) = 0;
     // A physical left-button press while the pointer is captured (raw input
@@ -76,6 +78,10 @@ public:
     // another program holds it.
     virtual bool RegisterHotKey(const KeyCode& key) = 0;
     virtual void UnregisterHotKey() = 0;
+    // GUI. A second global key, the step switch of switch scanning, held only
+    // while a scan runs; false when another program holds it.
+    virtual bool RegisterStepKey(const KeyCode& key) = 0;
+    virtual void UnregisterStepKey() = 0;
 
     // --- Pointer ------------------------------------------------------------
     // GUI. Pins the real pointer at `pinned`, swallows physical pointer

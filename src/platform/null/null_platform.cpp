@@ -184,6 +184,13 @@ void NullPlatform::PressHotKey() {
     if (events) events->OnHotKey();
 }
 
+void NullPlatform::PressStepKey() {
+    std::unique_lock lock(mutex_);
+    PlatformEvents* events = stepKey_ ? events_ : nullptr;
+    lock.unlock();
+    if (events) events->OnStepKey();
+}
+
 void NullPlatform::MoveMouse(std::int32_t dx, std::int32_t dy) {
     std::unique_lock lock(mutex_);
     if (!captured_) {
@@ -284,6 +291,11 @@ std::optional<KeyCode> NullPlatform::RegisteredHotKey() const {
     return hotKey_;
 }
 
+std::optional<KeyCode> NullPlatform::RegisteredStepKey() const {
+    std::lock_guard lock(mutex_);
+    return stepKey_;
+}
+
 int NullPlatform::HotKeyRegistrations() const {
     std::lock_guard lock(mutex_);
     return hotKeyRegistrations_;
@@ -332,6 +344,17 @@ bool NullPlatform::RegisterHotKey(const KeyCode& key) {
 void NullPlatform::UnregisterHotKey() {
     std::lock_guard lock(mutex_);
     hotKey_.reset();
+}
+
+bool NullPlatform::RegisterStepKey(const KeyCode& key) {
+    std::lock_guard lock(mutex_);
+    stepKey_ = key;
+    return true;
+}
+
+void NullPlatform::UnregisterStepKey() {
+    std::lock_guard lock(mutex_);
+    stepKey_.reset();
 }
 
 void NullPlatform::BeginPointerCapture(ScreenPoint pinned) {

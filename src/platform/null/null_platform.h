@@ -63,6 +63,8 @@ public:
     // Delivers the messages posted so far (and those they post in turn).
     void DispatchPosted();
     void PressHotKey();
+    // The step key of switch scanning: reported only while it is registered.
+    void PressStepKey();
     // Physical mouse motion: raw motion while captured, else the pointer moves.
     void MoveMouse(std::int32_t dx, std::int32_t dy);
     // A physical left press: reported while captured, else only recorded.
@@ -93,6 +95,7 @@ public:
     std::vector<WindowHandle> ForegroundRequests() const;
     SurfaceState SurfaceAt(Surface surface) const;
     std::optional<KeyCode> RegisteredHotKey() const;
+    std::optional<KeyCode> RegisteredStepKey() const;
     int HotKeyRegistrations() const;
     bool PointerCaptured() const;
     std::optional<ScreenPoint> PinnedAt() const;
@@ -112,6 +115,8 @@ public:
     void StopWheelTimer() override;
     bool RegisterHotKey(const KeyCode& key) override;
     void UnregisterHotKey() override;
+    bool RegisterStepKey(const KeyCode& key) override;
+    void UnregisterStepKey() override;
     void BeginPointerCapture(ScreenPoint pinned) override;
     void EndPointerCapture() override;
     ScreenPoint CursorPosition() override;
@@ -165,6 +170,7 @@ private:
     std::uint64_t nextTimerTick_ = 0;
 
     std::optional<KeyCode> hotKey_;
+    std::optional<KeyCode> stepKey_;
     int hotKeyRegistrations_ = 0;
     bool hotKeyTaken_ = false;
     bool captured_ = false;

@@ -16,6 +16,8 @@ inline constexpr wchar_t kEditorWindowClass[] = L"RadialOverlayEditor";
 inline constexpr UINT kTrayCallbackMessage = WM_APP + 1;
 
 inline constexpr int kHotKeyId = 1;
+// The step key of switch scanning, registered only while a scan runs.
+inline constexpr int kStepKeyId = 2;
 inline constexpr UINT_PTR kWheelTimerId = 1;
 inline constexpr UINT kTrayIconId = 1;
 // The main window's timer that tries again to add a tray icon the shell

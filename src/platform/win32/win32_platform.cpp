@@ -165,6 +165,12 @@ bool Win32Platform::RegisterHotKey(const KeyCode& key) {
 
 void Win32Platform::UnregisterHotKey() { ::UnregisterHotKey(main_, kHotKeyId); }
 
+bool Win32Platform::RegisterStepKey(const KeyCode& key) {
+    return ::RegisterHotKey(main_, kStepKeyId, MOD_NOREPEAT, key.vk) != FALSE;
+}
+
+void Win32Platform::UnregisterStepKey() { ::UnregisterHotKey(main_, kStepKeyId); }
+
 // --- Pointer ----------------------------------------------------------------------------
 
 void Win32Platform::BeginPointerCapture(ScreenPoint pinned) {

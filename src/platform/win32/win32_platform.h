@@ -56,6 +56,8 @@ public:
     void StopWheelTimer() override;
     bool RegisterHotKey(const KeyCode& key) override;
     void UnregisterHotKey() override;
+    bool RegisterStepKey(const KeyCode& key) override;
+    void UnregisterStepKey() override;
     void BeginPointerCapture(ScreenPoint pinned) override;
     void EndPointerCapture() override;
     ScreenPoint CursorPosition() override;

@@ -1,0 +1,183 @@
+#include "engine/switch_scan.h"
+
+#include "engine/engine_dispatch.h"
+#include "engine/engine_state.h"
+#include "engine/function_runner.h"
+#include "engine/wheel_overlay.h"
+#include "navigation/element_hints.h"
+#include "navigation/grid.h"
+
+namespace zirvel {
+namespace {
+
+Platform& System() { return *Engine().platform; }
+
+std::int32_t CurrentFieldCount(const EngineState& engine) {
+    const auto& wheels = engine.Wheels();
+    const auto index = static_cast<std::size_t>(engine.configuration.currentWheel);
+    return index < wheels.size() ? static_cast<std::int32_t>(wheels[index].functions.size()) : 0;
+}
+
+// Holds the step key while a scan runs in step mode.
+void HoldStepKey(EngineState& engine) {
+    const EngineSettings& settings = engine.Settings();
+    if (engine.scan.stepKeyRegistered || !settings.ScanSteppedByKey()) return;
+    engine.scan.stepKeyRegistered = System().RegisterStepKey(settings.scanStepKeyCode);
+}
+
+void StartScan(ScanTarget target, std::vector<ScanEntry> entries) {
+    EngineState& engine = Engine();
+    const EngineSettings& settings = engine.Settings();
+    engine.scan.target = target;
+    engine.scan.scanner.Start(std::move(entries), System().TickCount(), settings.scanInterval, settings.scanLoops);
+    HoldStepKey(engine);
+}
+
+void RedrawScanned() {
+    switch (Engine().scan.target) {
+        case ScanTarget::Wheel:
+            RedrawWheel();
+            break;
+        case ScanTarget::Grid:
+        case ScanTarget::Hints:
+        case ScanTarget::None:
+            break;
+    }
+}
+
+void CloseWheel() {
+    HideWheel();
+    RestoreFocus();
+}
+
+// No press for the set rounds: what the scan shows goes away.
+void GiveUp() {
+    const ScanTarget target = Engine().scan.target;
+    StopSwitchScan();
+    if (target == ScanTarget::Wheel && Engine().wheelVisible) CloseWheel();
+}
+
+void TakeWheelChoice(std::int32_t choice) {
+    EngineState& engine = Engine();
+    const std::int32_t fields = CurrentFieldCount(engine);
+    if (choice < fields) {
+        ChooseField(choice);
+        return;
+    }
+    const std::vector<WheelExtra> extras = WheelScanExtras(engine.Wheels().size());
+    const auto extra = static_cast<std::size_t>(choice - fields);
+    if (extra >= extras.size()) return;
+    switch (extras[extra]) {
+        case WheelExtra::RightArrow:
+            SwitchWheel(+1);
+            break;
+        case WheelExtra::LeftArrow:
+            SwitchWheel(-1);
+            break;
+        case WheelExtra::Grid:
+            CloseWheel();
+            ShowGrid();
+            break;
+        case WheelExtra::Hints:
+            CloseWheel();
+            engine.scan.scanHintsWhenShown = true;
+            StartElementScan(false);
+            break;
+        case WheelExtra::Close:
+            CloseWheel();
+            break;
+    }
+}
+
+}  // namespace
+
+std::vector<WheelExtra> WheelScanExtras(std::size_t wheelCount) {
+    std::vector<WheelExtra> extras;
+    if (wheelCount >= 2) extras = {WheelExtra::RightArrow, WheelExtra::LeftArrow};
+    extras.insert(extras.end(), {WheelExtra::Grid, WheelExtra::Hints, WheelExtra::Close});
+    return extras;
+}
+
+void StartWheelScan() {
+    EngineState& engine = Engine();
+    if (!engine.wheelVisible) return;
+    const std::int32_t fields = CurrentFieldCount(engine);
+    const auto choices = fields + static_cast<std::int32_t>(WheelScanExtras(engine.Wheels().size()).size());
+    StartScan(ScanTarget::Wheel, GroupedEntries(choices, fields, kFieldGroupCount, kUngroupedFieldLimit));
+    RedrawWheel();
+}
+
+void EndWheelScan() {
+    if (Engine().scan.target == ScanTarget::Wheel) StopSwitchScan();
+}
+
+void RestartWheelScan() {
+    if (Engine().scan.target == ScanTarget::Wheel) StartWheelScan();
+}
+
+void StopSwitchScan() {
+    EngineState& engine = Engine();
+    engine.scan.target = ScanTarget::None;
+    engine.scan.scanner.Stop();
+    if (engine.scan.stepKeyRegistered) {
+        System().UnregisterStepKey();
+        engine.scan.stepKeyRegistered = false;
+    }
+}
+
+void MatchScanToSettings() {
+    EngineState& engine = Engine();
+    if (engine.scan.target == ScanTarget::None) return;
+    const ScanTarget target = engine.scan.target;
+    StopSwitchScan();  // the step key may have changed
+    if (engine.Settings().scanEnabled && target == ScanTarget::Wheel) StartWheelScan();
+}
+
+void PressSelectSwitch() {
+    EngineState& engine = Engine();
+    SwitchScanner& scanner = engine.scan.scanner;
+    if (engine.scan.target == ScanTarget::None || !scanner.Active()) {
+        ToggleWheel();
+        if (engine.wheelVisible) StartWheelScan();
+        return;
+    }
+    const ScanTarget target = engine.scan.target;
+    const std::int32_t choice = scanner.Press(System().TickCount());
+    if (choice < 0) {  // a group was entered
+        RedrawScanned();
+        return;
+    }
+    if (target == ScanTarget::Wheel) TakeWheelChoice(choice);
+}
+
+void PressStepSwitch() {
+    EngineState& engine = Engine();
+    if (engine.scan.target == ScanTarget::None || !engine.Settings().ScanSteppedByKey()) return;
+    if (engine.scan.scanner.Step(System().TickCount()) == SwitchScanner::Change::Moved) RedrawScanned();
+}
+
+void SwitchScanTick() {
+    EngineState& engine = Engine();
+    if (engine.scan.target == ScanTarget::None || engine.Settings().ScanSteppedByKey()) return;
+    switch (engine.scan.scanner.Tick(System().TickCount())) {
+        case SwitchScanner::Change::Moved:
+            RedrawScanned();
+            break;
+        case SwitchScanner::Change::GaveUp:
+            GiveUp();
+            break;
+        case SwitchScanner::Change::None:
+            break;
+    }
+}
+
+ScanEntry WheelScanHighlight(const EngineState& engine) {
+    if (!WheelScanRunning(engine)) return {-1, 0};
+    return engine.scan.scanner.Highlighted();
+}
+
+bool WheelScanRunning(const EngineState& engine) {
+    return engine.scan.target == ScanTarget::Wheel && engine.scan.scanner.Active();
+}
+
+}  // namespace zirvel
