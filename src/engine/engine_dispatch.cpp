@@ -5,6 +5,7 @@
 #include "engine/function_runner.h"
 #include "engine/host_notice.h"
 #include "engine/reach_warning.h"
+#include "engine/screen_scan.h"
 #include "engine/switch_scan.h"
 #include "engine/wheel_overlay.h"
 #include "navigation/element_hints.h"
@@ -97,6 +98,7 @@ void HandleEngineMessage(EngineMessage message) {
             break;
         case EngineMessageKind::ElementScanResult:
             HandleElementScanResult(std::move(message.scanResult));
+            ScanHintsIfAsked();
             break;
         case EngineMessageKind::SkippedPhrases:
             ShowSkippedPhrases(message.text);

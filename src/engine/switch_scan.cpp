@@ -3,6 +3,8 @@
 #include "engine/engine_dispatch.h"
 #include "engine/engine_state.h"
 #include "engine/function_runner.h"
+#include "engine/renderer.h"
+#include "engine/screen_scan.h"
 #include "engine/wheel_overlay.h"
 #include "navigation/element_hints.h"
 #include "navigation/grid.h"
@@ -25,36 +27,41 @@ void HoldStepKey(EngineState& engine) {
     engine.scan.stepKeyRegistered = System().RegisterStepKey(settings.scanStepKeyCode);
 }
 
-void StartScan(ScanTarget target, std::vector<ScanEntry> entries) {
-    EngineState& engine = Engine();
-    const EngineSettings& settings = engine.Settings();
-    engine.scan.target = target;
-    engine.scan.scanner.Start(std::move(entries), System().TickCount(), settings.scanInterval, settings.scanLoops);
-    HoldStepKey(engine);
-}
-
-void RedrawScanned() {
-    switch (Engine().scan.target) {
-        case ScanTarget::Wheel:
-            RedrawWheel();
-            break;
-        case ScanTarget::Grid:
-        case ScanTarget::Hints:
-        case ScanTarget::None:
-            break;
-    }
-}
-
 void CloseWheel() {
     HideWheel();
     RestoreFocus();
 }
 
+bool TimerSharedWithWheel(ScanTarget target) { return target == ScanTarget::Grid || target == ScanTarget::Hints; }
+
 // No press for the set rounds: what the scan shows goes away.
 void GiveUp() {
     const ScanTarget target = Engine().scan.target;
     StopSwitchScan();
-    if (target == ScanTarget::Wheel && Engine().wheelVisible) CloseWheel();
+    switch (target) {
+        case ScanTarget::Wheel:
+            if (Engine().wheelVisible) CloseWheel();
+            break;
+        case ScanTarget::Grid:
+            HideGrid();
+            break;
+        case ScanTarget::Hints:
+            HideHints();
+            break;
+        case ScanTarget::None:
+            break;
+    }
+}
+
+// A voice command changed the grid's level or hid what the scan shows.
+void FollowScannedScreen() {
+    if (ScannedScreenUnchanged()) return;
+    const EngineState& engine = Engine();
+    if (engine.scan.target == ScanTarget::Grid && engine.gridVisible && !engine.hintsVisible) {
+        StartGridScan();
+    } else {
+        StopSwitchScan();
+    }
 }
 
 void TakeWheelChoice(std::int32_t choice) {
@@ -77,6 +84,7 @@ void TakeWheelChoice(std::int32_t choice) {
         case WheelExtra::Grid:
             CloseWheel();
             ShowGrid();
+            StartGridScan();
             break;
         case WheelExtra::Hints:
             CloseWheel();
@@ -98,17 +106,45 @@ std::vector<WheelExtra> WheelScanExtras(std::size_t wheelCount) {
     return extras;
 }
 
+void StartSwitchScan(ScanTarget target, std::vector<ScanEntry> entries) {
+    EngineState& engine = Engine();
+    const EngineSettings& settings = engine.Settings();
+    engine.scan.target = target;
+    engine.scan.scanner.Start(std::move(entries), System().TickCount(), settings.scanInterval, settings.scanLoops);
+    HoldStepKey(engine);
+    if (TimerSharedWithWheel(target) && !engine.wheelVisible) System().StartWheelTimer(kWheelTimerPeriod);
+}
+
+void RenderScanned() {
+    switch (Engine().scan.target) {
+        case ScanTarget::Wheel:
+            RedrawWheel();
+            break;
+        case ScanTarget::Grid:
+            RenderGrid();
+            break;
+        case ScanTarget::Hints:
+            RenderHints();
+            break;
+        case ScanTarget::None:
+            break;
+    }
+}
+
 void StartWheelScan() {
     EngineState& engine = Engine();
     if (!engine.wheelVisible) return;
     const std::int32_t fields = CurrentFieldCount(engine);
     const auto choices = fields + static_cast<std::int32_t>(WheelScanExtras(engine.Wheels().size()).size());
-    StartScan(ScanTarget::Wheel, GroupedEntries(choices, fields, kFieldGroupCount, kUngroupedFieldLimit));
+    StartSwitchScan(ScanTarget::Wheel, GroupedEntries(choices, fields, kFieldGroupCount, kUngroupedFieldLimit));
     RedrawWheel();
 }
 
 void EndWheelScan() {
-    if (Engine().scan.target == ScanTarget::Wheel) StopSwitchScan();
+    const ScanTarget target = Engine().scan.target;
+    if (target == ScanTarget::Wheel) StopSwitchScan();
+    // Hiding the wheel stopped the timer a grid or hint scan steps on.
+    if (TimerSharedWithWheel(target)) System().StartWheelTimer(kWheelTimerPeriod);
 }
 
 void RestartWheelScan() {
@@ -117,6 +153,7 @@ void RestartWheelScan() {
 
 void StopSwitchScan() {
     EngineState& engine = Engine();
+    if (TimerSharedWithWheel(engine.scan.target) && !engine.wheelVisible) System().StopWheelTimer();
     engine.scan.target = ScanTarget::None;
     engine.scan.scanner.Stop();
     if (engine.scan.stepKeyRegistered) {
@@ -135,6 +172,7 @@ void MatchScanToSettings() {
 
 void PressSelectSwitch() {
     EngineState& engine = Engine();
+    FollowScannedScreen();
     SwitchScanner& scanner = engine.scan.scanner;
     if (engine.scan.target == ScanTarget::None || !scanner.Active()) {
         ToggleWheel();
@@ -144,24 +182,40 @@ void PressSelectSwitch() {
     const ScanTarget target = engine.scan.target;
     const std::int32_t choice = scanner.Press(System().TickCount());
     if (choice < 0) {  // a group was entered
-        RedrawScanned();
+        RenderScanned();
         return;
     }
-    if (target == ScanTarget::Wheel) TakeWheelChoice(choice);
+    switch (target) {
+        case ScanTarget::Wheel:
+            TakeWheelChoice(choice);
+            break;
+        case ScanTarget::Grid:
+            TakeGridChoice(choice);
+            break;
+        case ScanTarget::Hints:
+            TakeHintChoice(choice);
+            break;
+        case ScanTarget::None:
+            break;
+    }
 }
 
 void PressStepSwitch() {
     EngineState& engine = Engine();
     if (engine.scan.target == ScanTarget::None || !engine.Settings().ScanSteppedByKey()) return;
-    if (engine.scan.scanner.Step(System().TickCount()) == SwitchScanner::Change::Moved) RedrawScanned();
+    FollowScannedScreen();
+    if (engine.scan.target == ScanTarget::None) return;
+    if (engine.scan.scanner.Step(System().TickCount()) == SwitchScanner::Change::Moved) RenderScanned();
 }
 
 void SwitchScanTick() {
     EngineState& engine = Engine();
+    if (engine.scan.target == ScanTarget::None) return;
+    FollowScannedScreen();
     if (engine.scan.target == ScanTarget::None || engine.Settings().ScanSteppedByKey()) return;
     switch (engine.scan.scanner.Tick(System().TickCount())) {
         case SwitchScanner::Change::Moved:
-            RedrawScanned();
+            RenderScanned();
             break;
         case SwitchScanner::Change::GaveUp:
             GiveUp();

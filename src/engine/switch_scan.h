@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "engine/switch_scan_state.h"
 #include "engine/switch_scanner.h"
 
 namespace zirvel {
@@ -30,10 +31,16 @@ void SwitchScanTick();
 
 // Starts scanning the wheel that shows, on its first field.
 void StartWheelScan();
-// The wheel hid (any way): its scan ends.
+// The wheel hid (any way): its scan ends; a grid or hint scan keeps the
+// timer it shares with the wheel.
 void EndWheelScan();
 // Another wheel shows: its scan starts again on its first field.
 void RestartWheelScan();
+// Starts scanning `entries` of `target` (holding the step key in step
+// mode; the grid and hints run the wheel's timer for the auto mode).
+void StartSwitchScan(ScanTarget target, std::vector<ScanEntry> entries);
+// Draws the scanned picture again.
+void RenderScanned();
 // Ends any scan and releases the step key.
 void StopSwitchScan();
 // After a reload: scanning switched off ends; a wheel scan starts again

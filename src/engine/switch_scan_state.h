@@ -1,6 +1,9 @@
 // What switch scanning keeps in the engine's state.
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include "engine/switch_scanner.h"
 
 namespace zirvel {
@@ -14,6 +17,8 @@ struct SwitchScanState {
     bool stepKeyRegistered = false;
     // "elementy" was taken: the hints that arrive are scanned.
     bool scanHintsWhenShown = false;
+    std::int32_t scannedGridLevel = 0;   // the grid level the scan offers
+    std::vector<std::int32_t> hintOrder;  // choice -> hint index
 };
 
 }  // namespace zirvel

@@ -1,7 +1,5 @@
 #include "engine/wheel_scan_picture.h"
 
-#include <algorithm>
-#include <cmath>
 #include <string_view>
 #include <vector>
 
@@ -15,23 +13,11 @@ constexpr float kChoiceBoxHeight = 34.0f;
 constexpr float kChoiceBoxMargin = 6.0f;
 constexpr float kChoiceLabelSize = 15.0f;
 constexpr float kChoiceBoxPenWidth = 2.0f;
-// The outline: a band of 5 px between edges of 2 px.
-constexpr float kBandWidth = 5.0f;
-constexpr float kEdgedWidth = 9.0f;
 
 constexpr std::uint8_t kLit = 255;
 constexpr std::uint8_t kUnlit = 135;
 constexpr Argb kBoxOutline = 0xB4FFFFFFu;
 constexpr Argb kBoxLabel = 0xEBFFFFFFu;
-
-double Channel(std::uint32_t value) {
-    const double c = static_cast<double>(value & 0xFFu) / 255.0;
-    return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-}
-
-double Luminance(std::uint32_t color) {
-    return 0.2126 * Channel(color) + 0.7152 * Channel(color >> 8) + 0.0722 * Channel(color >> 16);
-}
 
 std::u16string_view ChoiceLabel(WheelExtra extra) {
     switch (extra) {
@@ -54,11 +40,6 @@ RectF ArrowBox(const WheelGeometry& wheel, bool right) {
                  static_cast<float>(r.Height())};
 }
 
-void DrawBoxHighlight(Canvas& canvas, const RectF& box, std::uint32_t fill, float scale) {
-    const HighlightColours colours = HighlightColoursFor(fill);
-    canvas.DrawRectangle(box, colours.edge, kEdgedWidth * scale);
-    canvas.DrawRectangle(box, colours.band, kBandWidth * scale);
-}
 
 // The scan highlight's choice, if it is one of the extras.
 bool HighlightedExtra(const EngineState& engine, WheelExtra& extra) {
@@ -75,17 +56,6 @@ bool HighlightedExtra(const EngineState& engine, WheelExtra& extra) {
 }
 
 }  // namespace
-
-double ContrastRatio(std::uint32_t first, std::uint32_t second) {
-    const double a = Luminance(first);
-    const double b = Luminance(second);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
-
-HighlightColours HighlightColoursFor(std::uint32_t fill) {
-    if (ContrastRatio(0x00FFFFFFu, fill) >= ContrastRatio(0x00000000u, fill)) return {kOpaqueWhite, kOpaqueBlack};
-    return {kOpaqueBlack, kOpaqueWhite};
-}
 
 RectF ScanChoiceBox(WheelExtra extra, const WheelGeometry& wheel) {
     const float s = wheel.scale;
@@ -131,8 +101,8 @@ void DrawSectorHighlight(Canvas& canvas, const EngineState& engine, std::int32_t
     const float start = static_cast<float>(first) * sectorWidth - 90.0f;
     const float sweep = static_cast<float>(count) * sectorWidth;
     const HighlightColours colours = HighlightColoursFor(fill);
-    canvas.DrawPie(disc, start, sweep, colours.edge, kEdgedWidth * wheel.scale);
-    canvas.DrawPie(disc, start, sweep, colours.band, kBandWidth * wheel.scale);
+    canvas.DrawPie(disc, start, sweep, colours.edge, kHighlightEdgedWidth * wheel.scale);
+    canvas.DrawPie(disc, start, sweep, colours.band, kHighlightBandWidth * wheel.scale);
 }
 
 void DrawWheelScanChoices(const EngineState& engine, Canvas& canvas) {
@@ -149,9 +119,9 @@ void DrawWheelScanChoices(const EngineState& engine, Canvas& canvas) {
         canvas.DrawRectangle(box, lit ? kOpaqueWhite : kBoxOutline, kChoiceBoxPenWidth * wheel.scale);
         canvas.DrawCentredText(ChoiceLabel(extra), font, box, lit ? kOpaqueWhite : kBoxLabel);
     }
-    if (extraLit) DrawBoxHighlight(canvas, ScanChoiceBox(highlighted, wheel), color, wheel.scale);
+    if (extraLit) DrawHighlightRectangle(canvas, ScanChoiceBox(highlighted, wheel), color, wheel.scale);
     if (engine.hoveredArrow >= 0) {
-        DrawBoxHighlight(canvas, ScanChoiceBox(engine.hoveredArrow == 1 ? WheelExtra::RightArrow : WheelExtra::LeftArrow,
+        DrawHighlightRectangle(canvas, ScanChoiceBox(engine.hoveredArrow == 1 ? WheelExtra::RightArrow : WheelExtra::LeftArrow,
                                                  wheel),
                          color, wheel.scale);
     }

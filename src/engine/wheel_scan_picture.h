@@ -6,23 +6,11 @@
 #include <cstdint>
 
 #include "engine/canvas.h"
+#include "engine/scan_highlight.h"
 #include "engine/engine_state.h"
 #include "engine/switch_scan.h"
 
 namespace zirvel {
-
-// The outline's middle band and its edges: the band is whichever of white
-// and black contrasts more with `fill` (a colour with red in the low byte),
-// at least 4.5 : 1 for any colour; the edges, the other one, part it from
-// any background.
-struct HighlightColours {
-    Argb band = kOpaqueWhite;
-    Argb edge = kOpaqueBlack;
-};
-HighlightColours HighlightColoursFor(std::uint32_t fill);
-
-// WCAG contrast of two opaque colours, red in the low byte.
-double ContrastRatio(std::uint32_t first, std::uint32_t second);
 
 // Where an extra choice is drawn (the arrows keep their own boxes).
 RectF ScanChoiceBox(WheelExtra extra, const WheelGeometry& wheel);
