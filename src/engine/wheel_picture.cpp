@@ -14,7 +14,6 @@ namespace {
 // Lengths at 96 DPI, scaled by the wheel's DPI when drawn. The sector disc,
 // the centre hole and the boxes in it are placed from the hit tests'
 // centre; the hole's radius is the ring's inner one.
-constexpr float kSectorDiscRadius = 224.0f;
 constexpr float kCentreHoleRadius = 46.0f;
 constexpr float kLabelRadius = 145.0f;
 constexpr float kIconSize = 42.0f;

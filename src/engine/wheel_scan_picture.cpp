@@ -7,7 +7,6 @@ namespace zirvel {
 namespace {
 
 // Lengths at 96 DPI. The corner boxes stay outside the sector disc.
-constexpr float kSectorDiscRadius = 224.0f;
 constexpr float kChoiceBoxWidth = 110.0f;
 constexpr float kChoiceBoxHeight = 34.0f;
 constexpr float kChoiceBoxMargin = 6.0f;

@@ -27,6 +27,7 @@
 #include "frontend/gaze_page.h"
 #include "frontend/page_title.h"
 #include "frontend/themes.h"
+#include "frontend/switch_scan_card.h"
 #include "frontend/voice_page.h"
 #include "frontend/wheel_editor_page.h"
 #include "frontend/wheel_preview.h"
@@ -155,6 +156,7 @@ QWidget* MainWindow::buildSettingsPage() {
     layout->setSpacing(10);
     layout->addWidget(MakePageTitle(tr("Ustawienia")));
     layout->addWidget(buildThemeCard(), 0);
+    layout->addWidget(new SwitchScanCard, 0);
     layout->addWidget(buildUpdatesCard(), 0);
     layout->addStretch(1);
     return page;
