@@ -41,13 +41,7 @@ constexpr int kEditorRow = 1;
 // A settings card under its heading; `layout` receives the card's rows.
 QFrame* MakeSettingsCard(const QString& heading, QVBoxLayout*& layout) {
     auto* card = new QFrame;
-    card->setObjectName(QStringLiteral("Card"));
-    layout = new QVBoxLayout(card);
-    layout->setContentsMargins(14, 12, 14, 12);
-    layout->setSpacing(8);
-    auto* headingLabel = new QLabel(heading);
-    SetRole(headingLabel, "value");
-    layout->addWidget(headingLabel);
+    layout = SetUpSettingsCard(card, heading);
     return card;
 }
 

@@ -32,23 +32,22 @@ QLabel* Caption(const QString& text, QWidget* buddy) {
 }  // namespace
 
 SwitchScanCard::SwitchScanCard(QWidget* parent) : QFrame(parent) {
-    setObjectName(QStringLiteral("Card"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(14, 12, 14, 12);
-    layout->setSpacing(8);
-    auto* title = new QLabel(tr("Sterowanie przełącznikiem"));
-    SetRole(title, "cardTitle");
-    layout->addWidget(title);
+    QVBoxLayout* layout = SetUpSettingsCard(this, tr("Sterowanie przełącznikiem"));
 
-    enabled_ = new QCheckBox(tr("Skanowanie: klawisz przełączania pokazuje koło i wybiera podświetlone pole"));
+    enabled_ = new QCheckBox(tr("Włącz skanowanie przełącznikiem"));
     enabled_->setObjectName(QStringLiteral("scanEnabled"));
     layout->addWidget(enabled_);
+    auto* note = new QLabel(tr("Klawisz przełączania pokazuje koło, a podświetlenie przechodzi po polach, strzałkach, "
+                               "siatce, elementach i „zamknij”; naciśnięcie wybiera podświetlone."));
+    note->setWordWrap(true);
+    SetRole(note, "cardTitle");
+    layout->addWidget(note);
 
     auto* form = new QFormLayout;
     mode_ = new QComboBox;
     mode_->setObjectName(QStringLiteral("scanMode"));
-    mode_->addItem(tr("samoczynne — jeden przełącznik"), kAuto);
-    mode_->addItem(tr("krokowe — dwa przełączniki"), kStep);
+    mode_->addItem(tr("samoczynne (jeden przełącznik)"), kAuto);
+    mode_->addItem(tr("krokowe (dwa przełączniki)"), kStep);
     interval_ = new QSpinBox;
     interval_->setObjectName(QStringLiteral("scanInterval"));
     interval_->setRange(kMinScanInterval, kMaxScanInterval);

@@ -7,6 +7,7 @@
 #include <X11/keysym.h>
 
 #include "program_windows.h"
+#include "screen_picture.h"
 #include "x_session.h"
 
 namespace zirvel_test {
@@ -119,14 +120,20 @@ TEST_F(TwoSwitchTest, TheStepKeyMovesTheHighlightAndTheHotKeyTakesIt) {
 }
 
 TEST_F(TwoSwitchTest, TheGridRowThenCellDownToAClickAtItsCentre) {
-    ShowWheel();
+    std::uint64_t picture = ShowWheel();
     WaitForTheStepKey();
     for (int step = 0; step < 4; ++step) user_.PressKey(XK_F9);  // "siatka"
+    picture = NextPicture(picture, 3000ms);
+    SettledChecksum(user_, user_.OnScreen(Wheel()));
+    SaveScreen(user_.Get(), std::filesystem::path(ZIRVEL_SCREENSHOTS) / "scan-wheel.png");  // for the README
     user_.PressKey(XK_F8);
     ASSERT_TRUE(WaitUntil([this] { return user_.Pointer() == std::make_pair(960, 540); }, 3000ms))
         << "no grid";
     WaitForTheStepKey();
     user_.PressKey(XK_F9);  // the second row
+    const XConnection::Geometry screen{0, 0, 1920, 1080};
+    SettledChecksum(user_, screen);
+    SaveScreen(user_.Get(), std::filesystem::path(ZIRVEL_SCREENSHOTS) / "scan-grid.png");
     user_.PressKey(XK_F8);
     user_.PressKey(XK_F9);
     user_.PressKey(XK_F9);  // its third cell: 7
