@@ -55,17 +55,21 @@ std::vector<std::uint32_t> Look(zirvel_test::XConnection& user, const std::vecto
     return pixels;
 }
 
-// Waits until what the probes show differs from `before`; the time it was seen.
+// Waits until what the probes show differs from `before`; the time it was
+// first seen. A picture reaches the screen in parts, so the look goes on
+// until two looks agree: one change of the highlight counts once.
 bool WaitForChange(zirvel_test::XConnection& user, const std::vector<std::pair<int, int>>& probes,
                    std::vector<std::uint32_t>& before, Clock::time_point& seen, std::chrono::milliseconds timeout) {
     const auto end = Clock::now() + timeout;
     while (Clock::now() < end) {
         std::vector<std::uint32_t> now = Look(user, probes);
-        if (now != before) {
-            seen = Clock::now();
-            before = std::move(now);
-            return true;
+        if (now == before) continue;
+        seen = Clock::now();
+        for (std::vector<std::uint32_t> again = Look(user, probes); again != now; again = Look(user, probes)) {
+            now = std::move(again);
         }
+        before = std::move(now);
+        return true;
     }
     return false;
 }
