@@ -66,6 +66,7 @@ public:
         WheelTimerTick();
         SwitchScanTick();
     }
+    void OnScanTimer() override { SwitchScanTick(); }
     void OnMessage(EngineMessage message) override { HandleEngineMessage(std::move(message)); }
 };
 

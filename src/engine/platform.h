@@ -48,6 +48,8 @@ public:
     virtual void OnCapturedLeftButtonDown() = 0;
     // The wheel's periodic timer.
     virtual void OnWheelTimer() = 0;
+    // The one-shot timer started with StartScanTimer fell due.
+    virtual void OnScanTimer() = 0;
     // A message posted with Post.
     virtual void OnMessage(EngineMessage message) = 0;
 };
@@ -72,6 +74,11 @@ public:
     // GUI. Starts / stops the wheel's periodic timer.
     virtual void StartWheelTimer(std::uint32_t periodMilliseconds) = 0;
     virtual void StopWheelTimer() = 0;
+    // GUI. A one-shot timer `delayMilliseconds` from now, replacing one
+    // that is pending: the switch scan's next step, as precisely as the
+    // system's timers allow.
+    virtual void StartScanTimer(std::uint32_t delayMilliseconds) = 0;
+    virtual void StopScanTimer() = 0;
 
     // --- Hot key ------------------------------------------------------------
     // GUI. Registers the global hot key (no modifiers, no repeat); false when

@@ -32,6 +32,19 @@ void CloseWheel() {
     RestoreFocus();
 }
 
+// Auto mode: the scan's own timer falls due when the next step does; the
+// wheel's 15 ms ticks alone would make steps up to 15 ms late.
+void ScheduleNextStep() {
+    EngineState& engine = Engine();
+    if (engine.scan.target == ScanTarget::None || !engine.scan.scanner.Active() ||
+        engine.Settings().ScanSteppedByKey()) {
+        return;
+    }
+    const std::uint64_t now = System().TickCount();
+    const std::uint64_t due = engine.scan.scanner.NextStepAt();
+    System().StartScanTimer(due > now ? static_cast<std::uint32_t>(due - now) : 0);
+}
+
 bool TimerSharedWithWheel(ScanTarget target) { return target == ScanTarget::Grid || target == ScanTarget::Hints; }
 
 // No press for the set rounds: what the scan shows goes away.
@@ -113,6 +126,7 @@ void StartSwitchScan(ScanTarget target, std::vector<ScanEntry> entries) {
     engine.scan.scanner.Start(std::move(entries), System().TickCount(), settings.scanInterval, settings.scanLoops);
     HoldStepKey(engine);
     if (TimerSharedWithWheel(target) && !engine.wheelVisible) System().StartWheelTimer(kWheelTimerPeriod);
+    ScheduleNextStep();
 }
 
 void RenderScanned() {
@@ -156,6 +170,7 @@ void StopSwitchScan() {
     if (TimerSharedWithWheel(engine.scan.target) && !engine.wheelVisible) System().StopWheelTimer();
     engine.scan.target = ScanTarget::None;
     engine.scan.scanner.Stop();
+    System().StopScanTimer();
     if (engine.scan.stepKeyRegistered) {
         System().UnregisterStepKey();
         engine.scan.stepKeyRegistered = false;
@@ -183,6 +198,7 @@ void PressSelectSwitch() {
     const std::int32_t choice = scanner.Press(System().TickCount());
     if (choice < 0) {  // a group was entered
         RenderScanned();
+        ScheduleNextStep();
         return;
     }
     switch (target) {
@@ -216,6 +232,7 @@ void SwitchScanTick() {
     switch (engine.scan.scanner.Tick(System().TickCount())) {
         case SwitchScanner::Change::Moved:
             RenderScanned();
+            ScheduleNextStep();
             break;
         case SwitchScanner::Change::GaveUp:
             GiveUp();

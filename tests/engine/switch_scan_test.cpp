@@ -63,6 +63,27 @@ TEST_F(SwitchScanTest, TheHotKeyShowsTheWheelAndTheHighlightMovesEveryIntervalEx
     EXPECT_EQ(Highlight(), (ScanEntry{2, 1}));
 }
 
+TEST_F(SwitchScanTest, StepsFallDueOnTheScansOwnTimerNotOnTheWheelsTicks) {
+    Start(R"({"scanEnabled": true, "scanInterval": 250})", kFourDirectionFields);  // not whole 15 ms ticks
+    Show();
+    ASSERT_TRUE(platform_.ScanTimerDue().has_value());
+    EXPECT_EQ(*platform_.ScanTimerDue(), platform_.Now() + 250);
+    platform_.Advance(249);
+    EXPECT_EQ(Highlight(), (ScanEntry{0, 1}));
+    platform_.Advance(1);
+    EXPECT_EQ(Highlight(), (ScanEntry{1, 1}));
+    platform_.Advance(250);
+    EXPECT_EQ(Highlight(), (ScanEntry{2, 1}));
+    platform_.PressHotKey();
+    EXPECT_FALSE(platform_.ScanTimerDue().has_value());
+}
+
+TEST_F(SwitchScanTest, StepModeStartsNoScanTimer) {
+    Start(kStepping, kFourDirectionFields);
+    Show();
+    EXPECT_FALSE(platform_.ScanTimerDue().has_value());
+}
+
 TEST_F(SwitchScanTest, AfterKIntervalsTheHotKeyRunsFieldKAsAClickDoes) {
     Start(kScanning, kFourDirectionFields);
     Show();

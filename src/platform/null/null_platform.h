@@ -100,6 +100,8 @@ public:
     bool PointerCaptured() const;
     std::optional<ScreenPoint> PinnedAt() const;
     bool WheelTimerRunning() const;
+    // When the scan's one-shot timer falls due, if one is pending.
+    std::optional<std::uint64_t> ScanTimerDue() const;
     std::uint32_t WheelTimerPeriod() const;
     int WheelTakeFocusRequests() const;
     std::uint64_t Now() const;
@@ -113,6 +115,8 @@ public:
     void RunDetached(std::function<void()> job) override;
     void StartWheelTimer(std::uint32_t periodMilliseconds) override;
     void StopWheelTimer() override;
+    void StartScanTimer(std::uint32_t delayMilliseconds) override;
+    void StopScanTimer() override;
     bool RegisterHotKey(const KeyCode& key) override;
     void UnregisterHotKey() override;
     bool RegisterStepKey(const KeyCode& key) override;
@@ -168,6 +172,7 @@ private:
     bool timerRunning_ = false;
     std::uint32_t timerPeriod_ = 0;
     std::uint64_t nextTimerTick_ = 0;
+    std::optional<std::uint64_t> scanTimerDue_;
 
     std::optional<KeyCode> hotKey_;
     std::optional<KeyCode> stepKey_;

@@ -23,6 +23,8 @@ inline constexpr UINT kTrayIconId = 1;
 // The main window's timer that tries again to add a tray icon the shell
 // refused (Explorer not yet up at logon).
 inline constexpr UINT_PTR kTrayRetryTimerId = 2;
+// The switch scan's one-shot timer, on the main window.
+inline constexpr UINT_PTR kScanTimerId = 3;
 
 // Menu and button commands of the main window.
 inline constexpr WORD kShowWindowCommand = 1001;

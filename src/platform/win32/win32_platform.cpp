@@ -157,6 +157,12 @@ void Win32Platform::StartWheelTimer(std::uint32_t periodMilliseconds) {
 
 void Win32Platform::StopWheelTimer() { KillTimer(wheel_, kWheelTimerId); }
 
+void Win32Platform::StartScanTimer(std::uint32_t delayMilliseconds) {
+    SetTimer(main_, kScanTimerId, delayMilliseconds, nullptr);
+}
+
+void Win32Platform::StopScanTimer() { KillTimer(main_, kScanTimerId); }
+
 // --- Hot key --------------------------------------------------------------------------
 
 bool Win32Platform::RegisterHotKey(const KeyCode& key) {

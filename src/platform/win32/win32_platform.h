@@ -54,6 +54,8 @@ public:
     void RunDetached(std::function<void()> job) override;
     void StartWheelTimer(std::uint32_t periodMilliseconds) override;
     void StopWheelTimer() override;
+    void StartScanTimer(std::uint32_t delayMilliseconds) override;
+    void StopScanTimer() override;
     bool RegisterHotKey(const KeyCode& key) override;
     void UnregisterHotKey() override;
     bool RegisterStepKey(const KeyCode& key) override;

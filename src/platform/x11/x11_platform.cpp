@@ -103,6 +103,11 @@ X11Platform::X11Platform() {
     connect(&wheelTimer_, &QTimer::timeout, this, [this] {
         if (events_) events_->OnWheelTimer();
     });
+    scanTimer_.setTimerType(Qt::PreciseTimer);
+    scanTimer_.setSingleShot(true);
+    connect(&scanTimer_, &QTimer::timeout, this, [this] {
+        if (events_) events_->OnScanTimer();
+    });
 
     wheelWindow_ = std::make_unique<OverlayWindow>(QStringLiteral("Zirvel — koło"), OverlayWindow::Input::Taken);
     gridWindow_ = std::make_unique<OverlayWindow>(QStringLiteral("Zirvel — siatka"), OverlayWindow::Input::PassedThrough);
@@ -246,6 +251,12 @@ void X11Platform::StartWheelTimer(std::uint32_t periodMilliseconds) {
 }
 
 void X11Platform::StopWheelTimer() { wheelTimer_.stop(); }
+
+void X11Platform::StartScanTimer(std::uint32_t delayMilliseconds) {
+    scanTimer_.start(static_cast<int>(delayMilliseconds));
+}
+
+void X11Platform::StopScanTimer() { scanTimer_.stop(); }
 
 // --- Hot key ---------------------------------------------------------------------------
 

@@ -53,6 +53,8 @@ public:
     void RunDetached(std::function<void()> job) override;
     void StartWheelTimer(std::uint32_t periodMilliseconds) override;
     void StopWheelTimer() override;
+    void StartScanTimer(std::uint32_t delayMilliseconds) override;
+    void StopScanTimer() override;
     bool RegisterHotKey(const KeyCode& key) override;
     void UnregisterHotKey() override;
     bool RegisterStepKey(const KeyCode& key) override;
@@ -118,6 +120,7 @@ private:
     PlatformEvents* events_ = nullptr;
     QSocketNotifier* notifier_ = nullptr;
     QTimer wheelTimer_;
+    QTimer scanTimer_;  // one-shot: the switch scan's next step
 
     unsigned hotKeycode_ = 0;
     KeySymbol hotKeySymbol_ = kNoKeySymbol;  // what the hot key types; kept across mapping changes
