@@ -27,6 +27,12 @@ void HoldStepKey(EngineState& engine) {
     engine.scan.stepKeyRegistered = System().RegisterStepKey(settings.scanStepKeyCode);
 }
 
+// Step mode with its key held. A step key another program holds would
+// leave the highlight stuck: it then moves by itself.
+bool SteppedByKey(const EngineState& engine) {
+    return engine.Settings().ScanSteppedByKey() && engine.scan.stepKeyRegistered;
+}
+
 void CloseWheel() {
     HideWheel();
     RestoreFocus();
@@ -37,7 +43,7 @@ void CloseWheel() {
 void ScheduleNextStep() {
     EngineState& engine = Engine();
     if (engine.scan.target == ScanTarget::None || !engine.scan.scanner.Active() ||
-        engine.Settings().ScanSteppedByKey()) {
+        SteppedByKey(engine)) {
         return;
     }
     const std::uint64_t now = System().TickCount();
@@ -218,7 +224,7 @@ void PressSelectSwitch() {
 
 void PressStepSwitch() {
     EngineState& engine = Engine();
-    if (engine.scan.target == ScanTarget::None || !engine.Settings().ScanSteppedByKey()) return;
+    if (engine.scan.target == ScanTarget::None || !SteppedByKey(engine)) return;
     FollowScannedScreen();
     if (engine.scan.target == ScanTarget::None) return;
     if (engine.scan.scanner.Step(System().TickCount()) == SwitchScanner::Change::Moved) RenderScanned();
@@ -228,7 +234,7 @@ void SwitchScanTick() {
     EngineState& engine = Engine();
     if (engine.scan.target == ScanTarget::None) return;
     FollowScannedScreen();
-    if (engine.scan.target == ScanTarget::None || engine.Settings().ScanSteppedByKey()) return;
+    if (engine.scan.target == ScanTarget::None || SteppedByKey(engine)) return;
     switch (engine.scan.scanner.Tick(System().TickCount())) {
         case SwitchScanner::Change::Moved:
             RenderScanned();

@@ -199,6 +199,15 @@ TEST_F(SwitchScanTest, StepModeMovesOnlyOnTheStepKeyWhichIsHeldOnlyWhileScanning
     ExpectFocusBackThenKeyAfter('D', 250);
 }
 
+TEST_F(SwitchScanTest, AStepKeyAnotherProgramHoldsLeavesTheHighlightMovingByItself) {
+    platform_.SetStepKeyTaken(true);
+    Start(kStepping, kFourDirectionFields);
+    Show();
+    EXPECT_FALSE(platform_.RegisteredStepKey().has_value());
+    WaitSteps(2);
+    EXPECT_EQ(Highlight(), (ScanEntry{2, 1}));
+}
+
 TEST_F(SwitchScanTest, AutoModeHoldsNoStepKey) {
     Start(R"({"scanEnabled": true, "scanStepKey": "space"})", kFourDirectionFields);
     Show();

@@ -276,6 +276,11 @@ void NullPlatform::SetHotKeyTaken(bool taken) {
     hotKeyTaken_ = taken;
 }
 
+void NullPlatform::SetStepKeyTaken(bool taken) {
+    std::lock_guard lock(mutex_);
+    stepKeyTaken_ = taken;
+}
+
 void NullPlatform::SetButtonsSwapped(bool swapped) {
     std::lock_guard lock(mutex_);
     buttonsSwapped_ = swapped;
@@ -375,6 +380,7 @@ void NullPlatform::UnregisterHotKey() {
 
 bool NullPlatform::RegisterStepKey(const KeyCode& key) {
     std::lock_guard lock(mutex_);
+    if (stepKeyTaken_) return false;
     stepKey_ = key;
     return true;
 }

@@ -78,6 +78,8 @@ public:
     void SetForeground(WindowHandle window);  // also makes it a live window
     void CloseWindow(WindowHandle window);
     void SetHotKeyTaken(bool taken);
+    // Another program holds every step key from now on (or lets go).
+    void SetStepKeyTaken(bool taken);
     void SetButtonsSwapped(bool swapped);
     // The window's program runs with higher privileges than Zirvel.
     void SetOutOfReach(WindowHandle window);
@@ -176,6 +178,7 @@ private:
 
     std::optional<KeyCode> hotKey_;
     std::optional<KeyCode> stepKey_;
+    bool stepKeyTaken_ = false;
     int hotKeyRegistrations_ = 0;
     bool hotKeyTaken_ = false;
     bool captured_ = false;
