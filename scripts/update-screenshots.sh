@@ -11,6 +11,7 @@ linux=build/linux/tests
 ctest --test-dir build/linux -R '^main_window_live_test$' --output-on-failure >/dev/null
 "$linux/x11/x11_program_tests" --gtest_filter='CompositedTest.*' >/dev/null
 "$linux/x11/x11_gaze_tests" --gtest_filter='LiveGazeTest.*' >/dev/null
+"$linux/x11/x11_switch_scan_tests" --gtest_filter='TwoSwitchTest.*' >/dev/null
 
 taken=("$linux/frontend/screenshots" "$linux/x11/screenshots")
 missing=0

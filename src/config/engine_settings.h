@@ -15,6 +15,16 @@ namespace zirvel {
 // "#RRGGBB", red in the low byte.
 inline constexpr std::uint32_t kDefaultSegmentColor = 0x00DB9834;
 
+// How switch scanning moves its highlight: by itself (one switch) or at each
+// press of the step key (two switches).
+enum class ScanMode { Auto, Step };
+
+// Limits of the scanning settings.
+inline constexpr std::int32_t kMinScanInterval = 250;
+inline constexpr std::int32_t kMaxScanInterval = 10000;
+inline constexpr std::int32_t kMinScanLoops = 1;
+inline constexpr std::int32_t kMaxScanLoops = 20;
+
 struct EngineSettings {
     std::uint32_t segmentColor = kDefaultSegmentColor;
     std::u16string toggleKey = u"x";
@@ -29,6 +39,15 @@ struct EngineSettings {
     bool voiceGlobal = true;
     std::u16string voiceModel = u"vosk-model-small-pl-0.22";
     std::u16string voiceDllPath;
+    bool scanEnabled = false;
+    ScanMode scanMode = ScanMode::Auto;
+    std::int32_t scanInterval = 1200;
+    std::int32_t scanLoops = 3;
+    std::u16string scanStepKey;  // empty: none
+    KeyCode scanStepKeyCode;     // valid only for a usable step key
+
+    // Step mode needs a usable step key; without one the highlight moves by itself.
+    bool ScanSteppedByKey() const { return scanMode == ScanMode::Step && scanStepKeyCode.valid; }
 };
 
 // Everything a load fills, and where the files live.

@@ -17,4 +17,10 @@ std::int32_t ClampedMilliseconds(double number, std::int32_t maximum) {
     return value > maximum ? maximum : value;
 }
 
+std::int32_t ClampedNumber(double number, std::int32_t minimum, std::int32_t maximum) {
+    const std::int32_t value = TruncateToInt32(number);
+    if (value < minimum) return minimum;
+    return value > maximum ? maximum : value;
+}
+
 }  // namespace zirvel

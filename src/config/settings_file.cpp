@@ -32,6 +32,37 @@ void ReadString(const JsonValue& root, std::u16string_view key, bool allowEmpty,
     }
 }
 
+void ReadCount(const JsonValue& root, std::u16string_view key, std::int32_t minimum, std::int32_t maximum,
+               std::int32_t& field) {
+    const JsonValue* value = root.Find(key);
+    if (value && value->kind == JsonKind::Number) field = ClampedNumber(value->number, minimum, maximum);
+}
+
+// Returns false when scanMode is present but neither "auto" nor "step".
+bool ReadScanMode(const JsonValue& root, ScanMode& mode) {
+    const JsonValue* value = root.Find(u"scanMode");
+    if (!value) return true;
+    if (value->kind == JsonKind::String && value->string == u"auto") {
+        mode = ScanMode::Auto;
+    } else if (value->kind == JsonKind::String && value->string == u"step") {
+        mode = ScanMode::Step;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void ReadScanSettings(const JsonValue& root, EngineSettings& settings, bool& ok, std::u16string& messages) {
+    ReadBool(root, u"scanEnabled", settings.scanEnabled);
+    if (!ReadScanMode(root, settings.scanMode)) {
+        messages += u"config.json: niepoprawny \"scanMode\" (dozwolone \"auto\" albo \"step\").\n";
+        ok = false;
+    }
+    ReadCount(root, u"scanInterval", kMinScanInterval, kMaxScanInterval, settings.scanInterval);
+    ReadCount(root, u"scanLoops", kMinScanLoops, kMaxScanLoops, settings.scanLoops);
+    ReadString(root, u"scanStepKey", true, settings.scanStepKey);
+}
+
 // Returns false when segmentColor is present but unusable.
 bool ReadSettings(const JsonValue& root, EngineSettings& settings) {
     bool ok = true;
@@ -57,6 +88,32 @@ bool ReadSettings(const JsonValue& root, EngineSettings& settings) {
     return ok;
 }
 
+// The step key is a keyboard key other than the toggle key; anything else
+// leaves scanning without a step key.
+void CheckScanStepKey(EngineSettings& settings, bool& ok, std::u16string& messages) {
+    settings.scanStepKeyCode = KeyCode();
+    const KeyCode code = ParseKeyName(settings.scanStepKey);
+    if (settings.scanStepKey.empty()) {
+        // No step key: allowed, and needed only in step mode.
+    } else if (!code.valid || code.isMouse) {
+        messages += Concat({u"config.json: nieznany klawisz \"", settings.scanStepKey,
+                            u"\" — \"scanStepKey\" zostaje pusty.\n"});
+        settings.scanStepKey.clear();
+        ok = false;
+    } else if (code.vk == settings.toggleKeyCode.vk) {
+        messages += Concat({u"config.json: \"scanStepKey\" \"", settings.scanStepKey,
+                            u"\" to ten sam klawisz co \"toggleKey\" — zostaje pusty.\n"});
+        settings.scanStepKey.clear();
+        ok = false;
+    } else {
+        settings.scanStepKeyCode = code;
+    }
+    if (settings.scanEnabled && settings.scanMode == ScanMode::Step && !settings.scanStepKeyCode.valid) {
+        messages += u"config.json: tryb \"step\" wymaga klawisza \"scanStepKey\" — podświetlenie przesuwa się samo.\n";
+        ok = false;
+    }
+}
+
 }  // namespace
 
 bool ReadSettingsFile(const std::u16string& path, EngineSettings& settings, std::u16string& messages) {
@@ -67,6 +124,7 @@ bool ReadSettingsFile(const std::u16string& path, EngineSettings& settings, std:
             messages += u"config.json: niepoprawny \"segmentColor\" (format \"#RRGGBB\").\n";
             ok = false;
         }
+        ReadScanSettings(root, settings, ok, messages);
     } else {
         // Nothing is reset: the values of the previous load stay in force.
         messages += u"Nie udało się wczytać config.json — używam ustawień domyślnych.\n";
@@ -80,6 +138,7 @@ bool ReadSettingsFile(const std::u16string& path, EngineSettings& settings, std:
         settings.toggleKeyCode = ParseKeyName(settings.toggleKey);
         ok = false;
     }
+    CheckScanStepKey(settings, ok, messages);
     return ok;
 }
 

@@ -9,7 +9,7 @@ namespace zirvel {
 
 // Reads the file over the current values: missing keys, and the whole file
 // when unreadable, leave the values as they were. Then checks toggleKey,
-// falling back to "x". Appends Polish messages; true when nothing was wrong.
+// falling back to "x", and scanStepKey, falling back to none. Appends Polish messages; true when nothing was wrong.
 bool ReadSettingsFile(const std::u16string& path, EngineSettings& settings, std::u16string& messages);
 
 }  // namespace zirvel

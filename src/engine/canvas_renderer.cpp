@@ -7,6 +7,8 @@
 #include "engine/engine_state.h"
 #include "engine/icon_cache.h"
 #include "engine/renderer.h"
+#include "engine/screen_scan.h"
+#include "engine/screen_scan_picture.h"
 #include "engine/wheel_picture.h"
 #include "navigation/grid_picture.h"
 #include "navigation/hint_picture.h"
@@ -20,6 +22,7 @@ struct GridPictureKey {
     std::int32_t level = 0;
     std::uint32_t segmentColor = 0;
     std::uint32_t dpi = 0;
+    ScanEntry scanHighlight{-1, 0};  // while switch scanning
     bool operator==(const GridPictureKey&) const = default;
 };
 
@@ -68,10 +71,12 @@ bool PresentOnGridSurface(EngineState& engine, const ScreenRect& area, Draw draw
 }
 
 void PresentGrid(EngineState& engine) {
-    const GridPictureKey key{engine.gridRect, engine.gridLevel, engine.Settings().segmentColor, engine.gridDpi};
+    const GridPictureKey key{engine.gridRect, engine.gridLevel, engine.Settings().segmentColor, engine.gridDpi,
+                             GridScanHighlight(engine)};
     if (installed->gridSurfaceHolds == key) return;
     const bool presented = PresentOnGridSurface(engine, engine.gridRect, [&](Canvas& canvas) {
         DrawGrid(canvas, key.area, key.level, key.segmentColor, key.dpi);
+        DrawGridScan(canvas, key.area, key.level, key.scanHighlight, key.segmentColor, key.dpi);
     });
     if (presented) installed->gridSurfaceHolds = key;
 }
@@ -79,6 +84,8 @@ void PresentGrid(EngineState& engine) {
 void PresentHints(EngineState& engine) {
     const bool presented = PresentOnGridSurface(engine, engine.hintArea, [&](Canvas& canvas) {
         DrawHints(canvas, engine.hintArea, engine.hintRects, engine.Settings().segmentColor, engine.hintDpi);
+        DrawHintScan(canvas, engine.hintArea, engine.hintRects, engine.scan.hintOrder, HintScanHighlight(engine),
+                     engine.Settings().segmentColor, engine.hintDpi);
     });
     if (presented) installed->gridSurfaceHolds.reset();
 }

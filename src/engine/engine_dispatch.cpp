@@ -7,6 +7,8 @@
 #include "engine/grid.h"
 #include "engine/host_notice.h"
 #include "engine/reach_warning.h"
+#include "engine/screen_scan.h"
+#include "engine/switch_scan.h"
 #include "engine/wheel_overlay.h"
 #include "voice/voice_phrases.h"
 
@@ -50,10 +52,21 @@ void ShowSkippedPhrases(const std::u16string& phrases) {
 
 class EngineEvents final : public PlatformEvents {
 public:
-    void OnHotKey() override { ToggleWheel(); }
+    void OnHotKey() override {
+        if (Engine().Settings().scanEnabled) {
+            PressSelectSwitch();
+        } else {
+            ToggleWheel();
+        }
+    }
+    void OnStepKey() override { PressStepSwitch(); }
     void OnRawMotion(std::int32_t dx, std::int32_t dy) override { AddRawMotion(dx, dy); }
     void OnCapturedLeftButtonDown() override { PostSelect(); }
-    void OnWheelTimer() override { WheelTimerTick(); }
+    void OnWheelTimer() override {
+        WheelTimerTick();
+        SwitchScanTick();
+    }
+    void OnScanTimer() override { SwitchScanTick(); }
     void OnMessage(EngineMessage message) override { HandleEngineMessage(std::move(message)); }
 };
 
@@ -86,6 +99,7 @@ void HandleEngineMessage(EngineMessage message) {
             break;
         case EngineMessageKind::ElementScanResult:
             HandleElementScanResult(std::move(message.scanResult));
+            ScanHintsIfAsked();
             break;
         case EngineMessageKind::SkippedPhrases:
             ShowSkippedPhrases(message.text);

@@ -9,6 +9,7 @@
 #include "engine/engine_state.h"
 #include "engine/grid.h"
 #include "engine/host_notice.h"
+#include "engine/switch_scan.h"
 #include "engine/wheel_overlay.h"
 #include "voice/voice_phrases.h"
 
@@ -136,6 +137,7 @@ void StopEngine() {
 void DetachEngineFromSystem() {
     EngineState& engine = Engine();
     if (engine.wheelVisible) HideWheel();
+    StopSwitchScan();
     engine.gazeThread.Stop(kGazeStopWait);
     engine.voiceThread.Stop(kVoiceStopWait);
     engine.platform->UnregisterHotKey();
@@ -155,6 +157,7 @@ void ReloadEngineConfiguration() {
     MatchThreadToSetting(settings.gazeEnabled, engine.gazeThread, gazeMaker, engine.gazeStatus, kGazeStopWait);
     MatchThreadToSetting(settings.voiceEnabled, engine.voiceThread, voiceMaker, engine.voiceStatus, kVoiceStopWait);
     // A changed toggleKey takes effect at the next start of the program.
+    MatchScanToSettings();
     if (engine.wheelVisible) RedrawWheel();
 }
 
@@ -165,6 +168,7 @@ void ActivateWheels(std::vector<Wheel> wheels) {
     engine.generalWheel = -1;
     engine.hoveredField = -1;
     RebuildPhrases(engine);
+    RestartWheelScan();
     if (engine.wheelVisible) RedrawWheel();
 }
 

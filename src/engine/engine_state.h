@@ -14,6 +14,7 @@
 #include "core/geometry.h"
 #include "engine/background_thread.h"
 #include "engine/platform.h"
+#include "engine/switch_scan_state.h"
 #include "engine/wheel_geometry.h"
 #include "voice/voice_phrases.h"
 
@@ -75,6 +76,9 @@ struct EngineState {
     std::vector<ScreenRect> hintRects;
     ScreenRect hintArea;
     std::uint32_t hintDpi = kDefaultDpi;  // of the monitor holding the hints' area
+
+    // Switch scanning.
+    SwitchScanState scan;
 
     // Eye tracker, written by its thread.
     BackgroundThread gazeThread;

@@ -5,6 +5,22 @@
 #include "engine/status_texts.h"
 
 namespace zirvel {
+namespace {
+
+// Said only while switch scanning is on.
+std::u16string ScanningText(const EngineSettings& settings) {
+    if (!settings.scanEnabled) return {};
+    const std::u16string moves =
+        settings.ScanSteppedByKey()
+            ? Concat({u"'", settings.scanStepKey, u"' przesuwa podświetlenie."})
+            : Concat({u"podświetlenie przesuwa się co ", DecimalText(settings.scanInterval), u" ms."});
+    return Concat({u"Skanowanie przełącznikiem: '", settings.toggleKey,
+                   u"' pokazuje koło i wybiera podświetlone\npole, strzałkę, \"siatka\", \"elementy\" albo "
+                   u"\"zamknij\"; ",
+                   moves, u"\n\n"});
+}
+
+}  // namespace
 
 std::u16string HelpPageText(const EngineState& engine) {
     const auto& wheels = engine.Wheels();
@@ -32,7 +48,8 @@ std::u16string HelpPageText(const EngineState& engine) {
         u"\nSiatka: \"pokaż siatkę\", cyfry słownie zawężają obszar,\n"
         u"\"kliknij\" / \"dwuklik\" / \"prawy klik\", \"schowaj siatkę\".\n"
         u"Elementy: \"pokaż elementy\", liczba = klik w element,\n"
-        u"\"kliknij dwa razy na N\", \"kliknij prawy na N\", \"ukryj elementy\".\n\n"
+        u"\"kliknij dwa razy na N\", \"kliknij prawy na N\", \"ukryj elementy\".\n\n",
+        ScanningText(engine.Settings()),
         u"Minimalizacja / zamknięcie chowa program do zasobnika.\n"
         u"Zakończenie: prawy przycisk na ikonie w zasobniku → Zakończ.",
     });

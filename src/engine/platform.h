@@ -46,6 +46,8 @@ public:
     virtual ~PlatformEvents() = default;
     // The global hot key went down (never for auto-repeat).
     virtual void OnHotKey() = 0;
+    // The step key of switch scanning went down (never for auto-repeat).
+    virtual void OnStepKey() = 0;
     // Relative raw motion of a physical mouse while the pointer is captured.
     virtual void OnRawMotion(std::int32_t dx, std::int32_t dy) = 0;
     // A physical left-button press while the pointer is captured (raw input
@@ -53,6 +55,8 @@ public:
     virtual void OnCapturedLeftButtonDown() = 0;
     // The wheel's periodic timer.
     virtual void OnWheelTimer() = 0;
+    // The one-shot timer started with StartScanTimer fell due.
+    virtual void OnScanTimer() = 0;
     // A message posted with Post.
     virtual void OnMessage(EngineMessage message) = 0;
 };
@@ -77,12 +81,21 @@ public:
     // GUI. Starts / stops the wheel's periodic timer.
     virtual void StartWheelTimer(std::uint32_t periodMilliseconds) = 0;
     virtual void StopWheelTimer() = 0;
+    // GUI. A one-shot timer `delayMilliseconds` from now, replacing one
+    // that is pending: the switch scan's next step, as precisely as the
+    // system's timers allow.
+    virtual void StartScanTimer(std::uint32_t delayMilliseconds) = 0;
+    virtual void StopScanTimer() = 0;
 
     // --- Hot key ------------------------------------------------------------
     // GUI. Registers the global hot key (no modifiers, no repeat); false when
     // another program holds it.
     virtual bool RegisterHotKey(const KeyCode& key) = 0;
     virtual void UnregisterHotKey() = 0;
+    // GUI. A second global key, the step switch of switch scanning, held only
+    // while a scan runs; false when another program holds it.
+    virtual bool RegisterStepKey(const KeyCode& key) = 0;
+    virtual void UnregisterStepKey() = 0;
 
     // --- Pointer ------------------------------------------------------------
     // GUI. Pins the real pointer at `pinned`, swallows physical pointer

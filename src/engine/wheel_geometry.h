@@ -17,6 +17,8 @@ inline constexpr std::int32_t kWheelCentreX = 294;
 inline constexpr std::int32_t kWheelCentreY = 230;
 inline constexpr double kRingInnerRadius = 46.0;
 inline constexpr double kRingOuterRadius = 226.0;
+// The sectors' disc as drawn (its edge inside the ring's outer radius).
+inline constexpr float kSectorDiscRadius = 224.0f;
 inline constexpr ScreenRect kLeftArrowRect{10, 186, 54, 274};
 inline constexpr ScreenRect kRightArrowRect{534, 186, 578, 274};
 

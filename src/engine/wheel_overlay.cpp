@@ -8,6 +8,7 @@
 #include "engine/function_runner.h"
 #include "engine/reach_warning.h"
 #include "engine/renderer.h"
+#include "engine/switch_scan.h"
 #include "engine/wheel_choice.h"
 
 namespace zirvel {
@@ -104,6 +105,7 @@ void HideWheel() {
     engine.gazeDriven = false;
     engine.dwellTarget = -1;
     engine.dwellProgress = 0.0f;
+    EndWheelScan();
 }
 
 std::int32_t HitTestField(std::int32_t x, std::int32_t y) {
@@ -203,6 +205,7 @@ void SwitchWheel(int direction) {
     std::int32_t& current = engine.configuration.currentWheel;
     current = direction > 0 ? (current + 1) % count : (current + count - 1) % count;
     engine.hoveredField = HitTestField(engine.cursorX, engine.cursorY);
+    RestartWheelScan();
     RedrawWheel();
 }
 
@@ -215,7 +218,12 @@ void SelectUnderCursor() {
         return;
     }
     const std::int32_t field = HitTestField(engine.cursorX, engine.cursorY);
-    if (field < 0) return;
+    if (field >= 0) ChooseField(field);
+}
+
+void ChooseField(std::int32_t field) {
+    EngineState& engine = Engine();
+    if (!engine.wheelVisible || field < 0 || static_cast<std::size_t>(field) >= CurrentFieldCount()) return;
     const WheelFunction function =
         engine.Wheels()[static_cast<std::size_t>(engine.configuration.currentWheel)].functions[static_cast<std::size_t>(field)];
     HideWheel();

@@ -24,6 +24,9 @@ void AddRawMotion(std::int32_t dx, std::int32_t dy);
 // Selects what is under the virtual cursor: an arrow switches wheels, a
 // field closes the wheel and runs its function.
 void SelectUnderCursor();
+// Takes field `field` of the wheel that shows as a click on it does: the
+// wheel hides, focus goes back and the function runs after sendDelay.
+void ChooseField(std::int32_t field);
 // Asks (through the GUI thread's queue) for the selection above; what the
 // mouse, the dwell and the voice's click command do.
 void PostSelect();

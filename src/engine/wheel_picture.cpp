@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "config/text.h"
+#include "engine/wheel_scan_picture.h"
 
 namespace zirvel {
 namespace {
@@ -13,7 +14,6 @@ namespace {
 // Lengths at 96 DPI, scaled by the wheel's DPI when drawn. The sector disc,
 // the centre hole and the boxes in it are placed from the hit tests'
 // centre; the hole's radius is the ring's inner one.
-constexpr float kSectorDiscRadius = 224.0f;
 constexpr float kCentreHoleRadius = 46.0f;
 constexpr float kLabelRadius = 145.0f;
 constexpr float kIconSize = 42.0f;
@@ -92,7 +92,7 @@ void DrawSectors(const EngineState& engine, const Wheel& wheel, Canvas& canvas, 
     const RectF disc = s.AroundCentre(kSectorDiscRadius);
     for (std::size_t i = 0; i < wheel.functions.size(); ++i) {
         const WheelFunction& function = wheel.functions[i];
-        const bool hovered = static_cast<std::int32_t>(i) == engine.hoveredField;
+        const bool hovered = FieldLit(engine, static_cast<std::int32_t>(i));
         const std::uint32_t color = function.hasColor ? function.color : engine.Settings().segmentColor;
         const float start = static_cast<float>(i) * sectorWidth - 90.0f;
         canvas.FillPie(disc, start, sectorWidth, ArgbFromColorRef(color, hovered ? kOpaque : kNotHovered));
@@ -109,7 +109,7 @@ void DrawLabels(const EngineState& engine, const Wheel& wheel, Canvas& canvas, f
     const float boxWidth = s(kLabelBoxWidth);
     for (std::size_t i = 0; i < count; ++i) {
         const WheelFunction& function = wheel.functions[i];
-        const bool hovered = static_cast<std::int32_t>(i) == engine.hoveredField;
+        const bool hovered = FieldLit(engine, static_cast<std::int32_t>(i));
         const float theta = (static_cast<float>(i) * sectorWidth - 90.0f + sectorWidth / 2.0f) *
                             std::numbers::pi_v<float> / 180.0f;
         const PointF p{s.centreX + s(kLabelRadius) * std::cos(theta), s.centreY + s(kLabelRadius) * std::sin(theta)};
@@ -139,7 +139,7 @@ void DrawWheelSwitch(const EngineState& engine, Canvas& canvas, const Scaled& s)
     canvas.DrawCentredText(counter, BoldFont(s(kCounterSize)), counterBox, kCounterColor);
     const std::array<RectF, 2> arrows = {ToRectF(engine.wheel.leftArrow), ToRectF(engine.wheel.rightArrow)};
     for (std::size_t a = 0; a < arrows.size(); ++a) {
-        const bool hovered = static_cast<std::int32_t>(a) == engine.hoveredArrow;
+        const bool hovered = ArrowLit(engine, static_cast<std::int32_t>(a));
         const RectF& box = arrows[a];
         canvas.FillRectangle(box, ArgbFromColorRef(engine.Settings().segmentColor, hovered ? kOpaque : kNotHovered));
         canvas.DrawRectangle(box, hovered ? kOpaqueWhite : kOutlineColor, s(kArrowPenWidth));
@@ -176,6 +176,24 @@ void DrawDwellRing(Canvas& canvas, float x, float y, float progress, const Scale
     canvas.DrawArc(ring, -90.0f, std::min(progress, 1.0f) * 360.0f, kDwellArcColor, s(kDwellPenWidth));
 }
 
+// While scanning, the highlighted fields and the hovered one get the scan's
+// outline; under the hole's clearing, which cuts the pies' inner ends.
+void DrawFieldHighlights(const EngineState& engine, const Wheel& wheel, Canvas& canvas, float sectorWidth) {
+    if (!WheelScanRunning(engine)) return;
+    const auto count = static_cast<std::int32_t>(wheel.functions.size());
+    const auto fill = [&](std::int32_t field) {
+        const WheelFunction& function = wheel.functions[static_cast<std::size_t>(field)];
+        return function.hasColor ? function.color : engine.Settings().segmentColor;
+    };
+    const ScanEntry entry = WheelScanHighlight(engine);
+    if (entry.count > 0 && entry.first < count) {
+        DrawSectorHighlight(canvas, engine, entry.first, entry.count, sectorWidth, fill(entry.first));
+    }
+    if (engine.hoveredField >= 0 && engine.hoveredField < count) {
+        DrawSectorHighlight(canvas, engine, engine.hoveredField, 1, sectorWidth, fill(engine.hoveredField));
+    }
+}
+
 // The wheel that shows, or none when there is nothing to draw.
 const Wheel* ShownWheel(const EngineState& engine) {
     const auto& wheels = engine.Wheels();
@@ -203,6 +221,7 @@ void DrawWheelBody(const EngineState& engine, Canvas& canvas, IconCache& icons) 
 
     DrawSectors(engine, wheel, canvas, sectorWidth, s);
     DrawLabels(engine, wheel, canvas, sectorWidth, icons, s);
+    DrawFieldHighlights(engine, wheel, canvas, sectorWidth);
     // Cleared after the sectors: the desktop shows through the hole.
     const RectF hole = s.AroundCentre(kCentreHoleRadius);
     canvas.ClearEllipse(hole);
@@ -213,6 +232,7 @@ void DrawWheelBody(const EngineState& engine, Canvas& canvas, IconCache& icons) 
                                CanvasFont{std::u16string(kLabelFontFamily), s(kWheelNameSize), FontWeight::Regular},
                                nameBox, kLabelColor);
     }
+    DrawWheelScanChoices(engine, canvas);
 }
 
 void DrawWheelPointer(const EngineState& engine, Canvas& canvas) {
@@ -231,6 +251,8 @@ WheelBodyKey WheelBodyKeyOf(const EngineState& engine) {
     key.wheelCount = engine.Wheels().size();
     key.hoveredField = engine.hoveredField;
     key.hoveredArrow = engine.hoveredArrow;
+    key.scanning = WheelScanRunning(engine);
+    key.scanHighlight = WheelScanHighlight(engine);
     key.segmentColor = engine.Settings().segmentColor;
     key.programDirectory = engine.configuration.programDirectory;
     key.shippedDirectory = engine.configuration.shippedDirectory;

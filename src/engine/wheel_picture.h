@@ -39,6 +39,8 @@ struct WheelBodyKey {
     std::size_t wheelCount = 0;
     std::int32_t hoveredField = -1;
     std::int32_t hoveredArrow = -1;
+    bool scanning = false;
+    ScanEntry scanHighlight;
     std::uint32_t segmentColor = 0;
     std::u16string programDirectory;
     std::u16string shippedDirectory;

@@ -35,4 +35,15 @@ QFrame* BuildValueCard(const QString& caption, const QString& value, const char*
     return card;
 }
 
+QVBoxLayout* SetUpSettingsCard(QFrame* card, const QString& heading) {
+    card->setObjectName(QStringLiteral("Card"));
+    auto* layout = new QVBoxLayout(card);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->setSpacing(8);
+    auto* headingLabel = new QLabel(heading);
+    SetRole(headingLabel, "value");
+    layout->addWidget(headingLabel);
+    return layout;
+}
+
 }  // namespace zirvel::frontend

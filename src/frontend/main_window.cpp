@@ -27,6 +27,7 @@
 #include "frontend/gaze_page.h"
 #include "frontend/page_title.h"
 #include "frontend/themes.h"
+#include "frontend/switch_scan_card.h"
 #include "frontend/voice_page.h"
 #include "frontend/wheel_editor_page.h"
 #include "frontend/wheel_preview.h"
@@ -40,13 +41,7 @@ constexpr int kEditorRow = 1;
 // A settings card under its heading; `layout` receives the card's rows.
 QFrame* MakeSettingsCard(const QString& heading, QVBoxLayout*& layout) {
     auto* card = new QFrame;
-    card->setObjectName(QStringLiteral("Card"));
-    layout = new QVBoxLayout(card);
-    layout->setContentsMargins(14, 12, 14, 12);
-    layout->setSpacing(8);
-    auto* headingLabel = new QLabel(heading);
-    SetRole(headingLabel, "value");
-    layout->addWidget(headingLabel);
+    layout = SetUpSettingsCard(card, heading);
     return card;
 }
 
@@ -155,6 +150,7 @@ QWidget* MainWindow::buildSettingsPage() {
     layout->setSpacing(10);
     layout->addWidget(MakePageTitle(tr("Ustawienia")));
     layout->addWidget(buildThemeCard(), 0);
+    layout->addWidget(new SwitchScanCard, 0);
     layout->addWidget(buildUpdatesCard(), 0);
     layout->addStretch(1);
     return page;

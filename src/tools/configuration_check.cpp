@@ -20,6 +20,7 @@ constexpr std::string_view kAllIsWell = "Wszystko w porządku: silnik wczyta ten
 constexpr std::u16string_view kSettingsKeys[] = {
     u"segmentColor", u"toggleKey",   u"sendDelay",    u"keyHold",     u"takeFocus",  u"gazeEnabled",
     u"gazeDwell",    u"gazeDllPath", u"voiceEnabled", u"voiceGlobal", u"voiceModel", u"voiceDllPath",
+    u"scanEnabled",  u"scanMode",    u"scanInterval", u"scanLoops",   u"scanStepKey",
 };
 
 std::u16string LowerCaseFileName(const std::u16string& path) {
@@ -56,6 +57,11 @@ void DescribeSettings(const EngineSettings& s, std::string& out) {
     out += "  voiceGlobal: " + YesNo(s.voiceGlobal) + "\n";
     out += "  voiceModel: " + Quoted(s.voiceModel) + "\n";
     out += "  voiceDllPath: " + Quoted(s.voiceDllPath) + "\n";
+    out += "  scanEnabled: " + YesNo(s.scanEnabled) + "\n";
+    out += std::string("  scanMode: ") + (s.scanMode == ScanMode::Step ? "„step”" : "„auto”") + "\n";
+    out += "  scanInterval: " + std::to_string(s.scanInterval) + " ms\n";
+    out += "  scanLoops: " + std::to_string(s.scanLoops) + "\n";
+    out += "  scanStepKey: " + Quoted(s.scanStepKey) + "\n";
 }
 
 void DescribeFunction(std::size_t index, const WheelFunction& function, std::string& out) {

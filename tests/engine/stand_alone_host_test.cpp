@@ -43,6 +43,25 @@ TEST_F(EngineTest, HelpPageNamesTheKeyTheCountsAndTheStatuses) {
               ExpectedHelp(u"F8", u"2", u"3", u"nie wykryto urządzenia", u"aktywny"));
 }
 
+TEST_F(EngineTest, HelpPageSaysHowScanningWorksOnlyWhileItIsOn) {
+    Start(R"({"toggleKey": "F8", "scanEnabled": true, "scanInterval": 900})", kTwoWheels);
+    const std::u16string off = ExpectedHelp(u"F8", u"2", u"3", u"wyłączony (gazeEnabled = false)",
+                                            u"wyłączony (voiceEnabled = false)");
+    const std::u16string scanning =
+        u"Skanowanie przełącznikiem: 'F8' pokazuje koło i wybiera podświetlone\npole, strzałkę, \"siatka\", "
+        u"\"elementy\" albo \"zamknij\"; podświetlenie przesuwa się co 900 ms.\n\n";
+    std::u16string expected = off;
+    expected.insert(expected.find(u"Minimalizacja"), scanning);
+    EXPECT_EQ(zirvel::HelpPageText(engine()), expected);
+    WriteFile("config.json", R"({"scanMode": "step", "scanStepKey": "F9"})");
+    OverlayReloadConfig();
+    EXPECT_NE(zirvel::HelpPageText(engine()).find(u"\"zamknij\"; 'F9' przesuwa podświetlenie.\n"),
+              std::u16string::npos);
+    WriteFile("config.json", R"({"scanEnabled": false})");
+    OverlayReloadConfig();
+    EXPECT_EQ(zirvel::HelpPageText(engine()), off);
+}
+
 TEST_F(EngineTest, HelpPageFollowsAnActivatedFile) {
     Start("{}", kTwoWheels);
     WriteFile("one.json", R"({"wheels": [{"name": "X", "actions": [{"key": "q"}]}]})");

@@ -129,7 +129,9 @@ private slots:
     void settingsPageOrder() {
         QCOMPARE(ObjectNames(ChainOfPage(4)),
                  (QStringList{QStringLiteral("Sidebar"), QStringLiteral("theme-fluent"), QStringLiteral("theme-neon"),
-                              QStringLiteral("theme-pro"), QStringLiteral("checkUpdates")}));
+                              QStringLiteral("theme-pro"), QStringLiteral("scanEnabled"), QStringLiteral("scanMode"),
+                              QStringLiteral("scanInterval"), QStringLiteral("scanLoops"), QStringLiteral("scanStepKey"),
+                              QStringLiteral("checkUpdates")}));
     }
 
     void editorPageBeginsWithItsToolRowAndTree() {

@@ -215,8 +215,8 @@ private slots:
     void stylingHooks() {
         MainWindow window;
         const auto cards = window.findChildren<QFrame*>(QStringLiteral("Card"));
-        // Three on the start page, two on settings, two on gaze, three on voice.
-        QCOMPARE(cards.size(), 10);
+        // Three on the start page, three on settings, two on gaze, three on voice.
+        QCOMPARE(cards.size(), 11);
         auto* primary = window.pages()->widget(0)->findChild<QPushButton*>(QStringLiteral("Primary"));
         QVERIFY(primary);
         QCOMPARE(primary->text(), QStringLiteral("Pokaż koło (X)"));
@@ -235,7 +235,13 @@ private slots:
             if (!Role(label).isEmpty()) roles << label->text() + QLatin1Char('=') + Role(label);
         }
         QCOMPARE(roles, (QStringList{QStringLiteral("Ustawienia=pageTitle"), QStringLiteral("Motyw interfejsu=value"),
-                                     QStringLiteral("Aktualizacje=value"),
+                                     QStringLiteral("Sterowanie przełącznikiem=value"),
+                                     QStringLiteral("Klawisz przełączania pokazuje koło, a podświetlenie przechodzi po "
+                                                    "polach, strzałkach, siatce, elementach i „zamknij”; naciśnięcie "
+                                                    "wybiera podświetlone.=cardTitle"),
+                                     QStringLiteral("&Tryb=cardTitle"), QStringLiteral("&Czas podświetlenia=cardTitle"),
+                                     QStringLiteral("&Okrążenia bez wyboru=cardTitle"),
+                                     QStringLiteral("&Klawisz kroku=cardTitle"), QStringLiteral("Aktualizacje=value"),
                                      QStringLiteral("Zainstalowana wersja: 0.9.0=cardTitle")}));
     }
 

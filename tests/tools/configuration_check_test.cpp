@@ -121,6 +121,25 @@ TEST_F(ConfigurationCheck, SettingsFileShowsEffectiveValuesAndMessages) {
     EXPECT_NE(result.report.find("  toggleKey: „x”\n"), std::string::npos) << result.report;
 }
 
+TEST_F(ConfigurationCheck, ScanningSettingsAreReportedWithTheirMessages) {
+    const auto path = Write("settings.json", R"({"scanEnabled": true, "scanMode": "krok", "scanInterval": 100,
+                                                 "scanLoops": 50, "scanStepKey": "lmb"})");
+    EXPECT_EQ(GuessConfigurationFileKind(path), ConfigurationFileKind::Settings);
+    const CheckResult result = CheckConfigurationFile(path, ConfigurationFileKind::Settings);
+    EXPECT_FALSE(result.clean);
+    EXPECT_NE(result.report.find("config.json: niepoprawny \"scanMode\" (dozwolone \"auto\" albo \"step\").\n"
+                                 "config.json: nieznany klawisz \"lmb\" — \"scanStepKey\" zostaje pusty.\n"),
+              std::string::npos)
+        << result.report;
+    EXPECT_NE(result.report.find("  scanEnabled: tak\n"
+                                 "  scanMode: „auto”\n"
+                                 "  scanInterval: 250 ms\n"
+                                 "  scanLoops: 20\n"
+                                 "  scanStepKey: „”\n"),
+              std::string::npos)
+        << result.report;
+}
+
 TEST_F(ConfigurationCheck, CleanSettingsFileSaysAllIsWell) {
     const auto path = Write("config.json", "{\n  \"segmentColor\": \"#3498DB\",\n  \"toggleKey\": \"x\"\n}\n");
     const CheckResult result = CheckConfigurationFile(path, ConfigurationFileKind::Settings);

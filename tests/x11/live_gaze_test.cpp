@@ -3,9 +3,6 @@
 // gazeDwell the field runs or the arrow switches the wheel.
 #include <gtest/gtest.h>
 
-// Qt before Xlib, whose macros (Status, None) clash with Qt's names.
-#include <QImage>
-
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
@@ -16,6 +13,7 @@
 #include <thread>
 
 #include "gaze/stand_in_tracker.h"
+#include "screen_picture.h"
 #include "x_session.h"
 
 namespace zirvel_test {
@@ -48,19 +46,6 @@ std::string GazeConfig() {
     return R"({"toggleKey": "F8", "gazeEnabled": true, "gazeDwell": 1200, "sendDelay": 50, "keyHold": 20,
                "voiceEnabled": false, "gazeDllPath": ")" +
            StandInTrackerLibrary("full").string() + "\"}";
-}
-
-// The screen as a PNG, for the README's pictures and for looking at a failure.
-void SaveScreen(Display* display, const std::filesystem::path& file) {
-    XImage* image = XGetImage(display, DefaultRootWindow(display), 0, 0, 1920, 1080, AllPlanes, ZPixmap);
-    if (!image) return;
-    QImage picture(image->width, image->height, QImage::Format_RGB32);
-    for (int y = 0; y < image->height; ++y) {
-        for (int x = 0; x < image->width; ++x) picture.setPixel(x, y, static_cast<QRgb>(XGetPixel(image, x, y)));
-    }
-    XDestroyImage(image);
-    std::filesystem::create_directories(file.parent_path());
-    picture.save(QString::fromStdString(file.string()));
 }
 
 class LiveGazeTest : public ::testing::Test {

@@ -106,8 +106,11 @@ void NullPlatform::Advance(std::uint64_t milliseconds) {
             std::unique_lock lock(mutex_);
             const bool tick = timerRunning_ && NowLocked() >= nextTimerTick_;
             if (tick) nextTimerTick_ = NowLocked() + timerPeriod_;
+            const bool scanDue = scanTimerDue_ && NowLocked() >= *scanTimerDue_;
+            if (scanDue) scanTimerDue_.reset();
             PlatformEvents* events = events_;
             lock.unlock();
+            if (scanDue && events) events->OnScanTimer();
             if (tick && events) events->OnWheelTimer();
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
@@ -128,6 +131,7 @@ void NullPlatform::Advance(std::uint64_t milliseconds) {
         std::uint64_t next = std::numeric_limits<std::uint64_t>::max();
         if (!sleepers_.empty()) next = sleepers_.begin()->first;
         if (timerRunning_) next = std::min(next, nextTimerTick_);
+        if (scanTimerDue_) next = std::min(next, *scanTimerDue_);
         if (next > target) break;
 
         virtualNow_ = std::max(virtualNow_, next);
@@ -140,6 +144,14 @@ void NullPlatform::Advance(std::uint64_t milliseconds) {
             runningWorkers_ += woken;
             changed_.notify_all();
             continue;  // let them run before the timer sees the new time
+        }
+        if (scanTimerDue_ && *scanTimerDue_ <= virtualNow_) {
+            scanTimerDue_.reset();
+            PlatformEvents* events = events_;
+            lock.unlock();
+            if (events) events->OnScanTimer();
+            lock.lock();
+            continue;  // the same moment's wheel tick comes after
         }
         if (timerRunning_ && nextTimerTick_ <= virtualNow_) {
             nextTimerTick_ += timerPeriod_;
@@ -170,6 +182,21 @@ void NullPlatform::StartWheelTimer(std::uint32_t periodMilliseconds) {
     nextTimerTick_ = NowLocked() + timerPeriod_;
 }
 
+void NullPlatform::StartScanTimer(std::uint32_t delayMilliseconds) {
+    std::lock_guard lock(mutex_);
+    scanTimerDue_ = NowLocked() + delayMilliseconds;
+}
+
+void NullPlatform::StopScanTimer() {
+    std::lock_guard lock(mutex_);
+    scanTimerDue_.reset();
+}
+
+std::optional<std::uint64_t> NullPlatform::ScanTimerDue() const {
+    std::lock_guard lock(mutex_);
+    return scanTimerDue_;
+}
+
 void NullPlatform::StopWheelTimer() {
     std::lock_guard lock(mutex_);
     timerRunning_ = false;
@@ -182,6 +209,13 @@ void NullPlatform::PressHotKey() {
     PlatformEvents* events = hotKey_ ? events_ : nullptr;
     lock.unlock();
     if (events) events->OnHotKey();
+}
+
+void NullPlatform::PressStepKey() {
+    std::unique_lock lock(mutex_);
+    PlatformEvents* events = stepKey_ ? events_ : nullptr;
+    lock.unlock();
+    if (events) events->OnStepKey();
 }
 
 void NullPlatform::MoveMouse(std::int32_t dx, std::int32_t dy) {
@@ -242,6 +276,11 @@ void NullPlatform::SetHotKeyTaken(bool taken) {
     hotKeyTaken_ = taken;
 }
 
+void NullPlatform::SetStepKeyTaken(bool taken) {
+    std::lock_guard lock(mutex_);
+    stepKeyTaken_ = taken;
+}
+
 void NullPlatform::SetButtonsSwapped(bool swapped) {
     std::lock_guard lock(mutex_);
     buttonsSwapped_ = swapped;
@@ -282,6 +321,11 @@ SurfaceState NullPlatform::SurfaceAt(Surface surface) const {
 std::optional<KeyCode> NullPlatform::RegisteredHotKey() const {
     std::lock_guard lock(mutex_);
     return hotKey_;
+}
+
+std::optional<KeyCode> NullPlatform::RegisteredStepKey() const {
+    std::lock_guard lock(mutex_);
+    return stepKey_;
 }
 
 int NullPlatform::HotKeyRegistrations() const {
@@ -332,6 +376,18 @@ bool NullPlatform::RegisterHotKey(const KeyCode& key) {
 void NullPlatform::UnregisterHotKey() {
     std::lock_guard lock(mutex_);
     hotKey_.reset();
+}
+
+bool NullPlatform::RegisterStepKey(const KeyCode& key) {
+    std::lock_guard lock(mutex_);
+    if (stepKeyTaken_) return false;
+    stepKey_ = key;
+    return true;
+}
+
+void NullPlatform::UnregisterStepKey() {
+    std::lock_guard lock(mutex_);
+    stepKey_.reset();
 }
 
 void NullPlatform::BeginPointerCapture(ScreenPoint pinned) {

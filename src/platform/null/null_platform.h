@@ -63,6 +63,8 @@ public:
     // Delivers the messages posted so far (and those they post in turn).
     void DispatchPosted();
     void PressHotKey();
+    // The step key of switch scanning: reported only while it is registered.
+    void PressStepKey();
     // Physical mouse motion: raw motion while captured, else the pointer moves.
     void MoveMouse(std::int32_t dx, std::int32_t dy);
     // A physical left press: reported while captured, else only recorded.
@@ -76,6 +78,8 @@ public:
     void SetForeground(WindowHandle window);  // also makes it a live window
     void CloseWindow(WindowHandle window);
     void SetHotKeyTaken(bool taken);
+    // Another program holds every step key from now on (or lets go).
+    void SetStepKeyTaken(bool taken);
     void SetButtonsSwapped(bool swapped);
     // The window's program runs with higher privileges than Zirvel.
     void SetOutOfReach(WindowHandle window);
@@ -97,10 +101,13 @@ public:
     std::vector<WindowHandle> ForegroundRequests() const;
     SurfaceState SurfaceAt(Surface surface) const;
     std::optional<KeyCode> RegisteredHotKey() const;
+    std::optional<KeyCode> RegisteredStepKey() const;
     int HotKeyRegistrations() const;
     bool PointerCaptured() const;
     std::optional<ScreenPoint> PinnedAt() const;
     bool WheelTimerRunning() const;
+    // When the scan's one-shot timer falls due, if one is pending.
+    std::optional<std::uint64_t> ScanTimerDue() const;
     std::uint32_t WheelTimerPeriod() const;
     int WheelTakeFocusRequests() const;
     std::uint64_t Now() const;
@@ -114,8 +121,12 @@ public:
     void RunDetached(std::function<void()> job) override;
     void StartWheelTimer(std::uint32_t periodMilliseconds) override;
     void StopWheelTimer() override;
+    void StartScanTimer(std::uint32_t delayMilliseconds) override;
+    void StopScanTimer() override;
     bool RegisterHotKey(const KeyCode& key) override;
     void UnregisterHotKey() override;
+    bool RegisterStepKey(const KeyCode& key) override;
+    void UnregisterStepKey() override;
     void BeginPointerCapture(ScreenPoint pinned) override;
     void EndPointerCapture() override;
     ScreenPoint CursorPosition() override;
@@ -168,8 +179,11 @@ private:
     bool timerRunning_ = false;
     std::uint32_t timerPeriod_ = 0;
     std::uint64_t nextTimerTick_ = 0;
+    std::optional<std::uint64_t> scanTimerDue_;
 
     std::optional<KeyCode> hotKey_;
+    std::optional<KeyCode> stepKey_;
+    bool stepKeyTaken_ = false;
     int hotKeyRegistrations_ = 0;
     bool hotKeyTaken_ = false;
     bool captured_ = false;

@@ -84,6 +84,7 @@ LRESULT Win32Platform::OnMainWindowMessage(HWND window, UINT message, WPARAM wPa
             return 0;
         case WM_HOTKEY:
             if (wParam == kHotKeyId && events_) events_->OnHotKey();
+            if (wParam == kStepKeyId && events_) events_->OnStepKey();
             return 0;
         case WM_DESTROY:
             // The engine lets go of the system; ending the process is the host's business.
@@ -99,6 +100,10 @@ LRESULT Win32Platform::OnMainWindowMessage(HWND window, UINT message, WPARAM wPa
             return 0;
         case WM_TIMER:
             if (wParam == kTrayRetryTimerId) PutTrayIcon();
+            if (wParam == kScanTimerId) {
+                KillTimer(window, kScanTimerId);  // one-shot
+                if (events_) events_->OnScanTimer();
+            }
             return 0;
         case WM_APP + static_cast<UINT>(EngineMessageKind::VoiceCommand):
         case WM_APP + static_cast<UINT>(EngineMessageKind::RunWheelFunction):

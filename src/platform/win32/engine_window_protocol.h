@@ -16,11 +16,15 @@ inline constexpr wchar_t kEditorWindowClass[] = L"RadialOverlayEditor";
 inline constexpr UINT kTrayCallbackMessage = WM_APP + 1;
 
 inline constexpr int kHotKeyId = 1;
+// The step key of switch scanning, registered only while a scan runs.
+inline constexpr int kStepKeyId = 2;
 inline constexpr UINT_PTR kWheelTimerId = 1;
 inline constexpr UINT kTrayIconId = 1;
 // The main window's timer that tries again to add a tray icon the shell
 // refused (Explorer not yet up at logon).
 inline constexpr UINT_PTR kTrayRetryTimerId = 2;
+// The switch scan's one-shot timer, on the main window.
+inline constexpr UINT_PTR kScanTimerId = 3;
 
 // Menu and button commands of the main window.
 inline constexpr WORD kShowWindowCommand = 1001;

@@ -158,6 +158,12 @@ void Win32Platform::StartWheelTimer(std::uint32_t periodMilliseconds) {
 
 void Win32Platform::StopWheelTimer() { KillTimer(wheel_, kWheelTimerId); }
 
+void Win32Platform::StartScanTimer(std::uint32_t delayMilliseconds) {
+    SetTimer(main_, kScanTimerId, delayMilliseconds, nullptr);
+}
+
+void Win32Platform::StopScanTimer() { KillTimer(main_, kScanTimerId); }
+
 // --- Hot key --------------------------------------------------------------------------
 
 bool Win32Platform::RegisterHotKey(const KeyCode& key) {
@@ -165,6 +171,12 @@ bool Win32Platform::RegisterHotKey(const KeyCode& key) {
 }
 
 void Win32Platform::UnregisterHotKey() { ::UnregisterHotKey(main_, kHotKeyId); }
+
+bool Win32Platform::RegisterStepKey(const KeyCode& key) {
+    return ::RegisterHotKey(main_, kStepKeyId, MOD_NOREPEAT, key.vk) != FALSE;
+}
+
+void Win32Platform::UnregisterStepKey() { ::UnregisterHotKey(main_, kStepKeyId); }
 
 // --- Pointer ----------------------------------------------------------------------------
 

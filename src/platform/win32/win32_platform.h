@@ -54,8 +54,12 @@ public:
     void RunDetached(std::function<void()> job) override;
     void StartWheelTimer(std::uint32_t periodMilliseconds) override;
     void StopWheelTimer() override;
+    void StartScanTimer(std::uint32_t delayMilliseconds) override;
+    void StopScanTimer() override;
     bool RegisterHotKey(const KeyCode& key) override;
     void UnregisterHotKey() override;
+    bool RegisterStepKey(const KeyCode& key) override;
+    void UnregisterStepKey() override;
     void BeginPointerCapture(ScreenPoint pinned) override;
     void EndPointerCapture() override;
     ScreenPoint CursorPosition() override;

@@ -104,6 +104,11 @@ X11Platform::X11Platform() {
     connect(&wheelTimer_, &QTimer::timeout, this, [this] {
         if (events_) events_->OnWheelTimer();
     });
+    scanTimer_.setTimerType(Qt::PreciseTimer);
+    scanTimer_.setSingleShot(true);
+    connect(&scanTimer_, &QTimer::timeout, this, [this] {
+        if (events_) events_->OnScanTimer();
+    });
 
     wheelWindow_ = std::make_unique<OverlayWindow>(QStringLiteral("Zirvel — koło"), OverlayWindow::Input::Taken);
     gridWindow_ = std::make_unique<OverlayWindow>(QStringLiteral("Zirvel — siatka"), OverlayWindow::Input::PassedThrough);
@@ -117,6 +122,7 @@ X11Platform::~X11Platform() {
         std::lock_guard lock(xLock_);
         if (captured_) EndPointerCapture();
         GrabHotKey(false);
+        GrabKeyOnRoot(stepKeycode_, false);
         XCloseDisplay(display_);
     }
 }
@@ -148,10 +154,15 @@ void X11Platform::HandleEvent(XEvent& event) {
                 const bool repeated = hotKeyDown_;
                 hotKeyDown_ = true;
                 if (!repeated && events_) events_->OnHotKey();
+            } else if (event.xkey.keycode == stepKeycode_ && stepKeycode_ != 0) {
+                const bool repeated = stepKeyDown_;
+                stepKeyDown_ = true;
+                if (!repeated && events_) events_->OnStepKey();
             }
             return;
         case KeyRelease:
             if (event.xkey.keycode == hotKeycode_) hotKeyDown_ = false;
+            if (event.xkey.keycode == stepKeycode_) stepKeyDown_ = false;
             return;
         case MappingNotify: {
             std::lock_guard lock(xLock_);
@@ -242,19 +253,27 @@ void X11Platform::StartWheelTimer(std::uint32_t periodMilliseconds) {
 
 void X11Platform::StopWheelTimer() { wheelTimer_.stop(); }
 
+void X11Platform::StartScanTimer(std::uint32_t delayMilliseconds) {
+    scanTimer_.start(static_cast<int>(delayMilliseconds));
+}
+
+void X11Platform::StopScanTimer() { scanTimer_.stop(); }
+
 // --- Hot key ---------------------------------------------------------------------------
 
-void X11Platform::GrabHotKey(bool grab) {
-    if (hotKeycode_ == 0) return;
+void X11Platform::GrabKeyOnRoot(unsigned keycode, bool grab) {
+    if (keycode == 0) return;
     const ::Window root = DefaultRootWindow(display_);
     for (unsigned modifiers : kLockModifierSets) {
         if (grab) {
-            XGrabKey(display_, static_cast<int>(hotKeycode_), modifiers, root, False, GrabModeAsync, GrabModeAsync);
+            XGrabKey(display_, static_cast<int>(keycode), modifiers, root, False, GrabModeAsync, GrabModeAsync);
         } else {
-            XUngrabKey(display_, static_cast<int>(hotKeycode_), modifiers, root);
+            XUngrabKey(display_, static_cast<int>(keycode), modifiers, root);
         }
     }
 }
+
+void X11Platform::GrabHotKey(bool grab) { GrabKeyOnRoot(hotKeycode_, grab); }
 
 bool X11Platform::RegisterHotKey(const KeyCode& key) {
     if (!Ready() || !key.valid || key.isMouse) return false;
@@ -303,6 +322,32 @@ void X11Platform::UnregisterHotKey() {
     hotKeycode_ = 0;
     hotKeySymbol_ = kNoKeySymbol;
     hotKeyDown_ = false;
+}
+
+bool X11Platform::RegisterStepKey(const KeyCode& key) {
+    if (!Ready() || !key.valid || key.isMouse) return false;
+    std::lock_guard lock(xLock_);
+    const KeySymbol symbol = KeySymbolForVirtualKey(key.vk);
+    const unsigned keycode = symbol == kNoKeySymbol ? 0 : XKeysymToKeycode(display_, symbol);
+    if (keycode == 0 || keycode == hotKeycode_) return false;
+    GrabKeyOnRoot(stepKeycode_, false);
+    stepKeycode_ = keycode;
+    stepKeyDown_ = false;
+    XErrorTrap trap(display_);
+    GrabKeyOnRoot(stepKeycode_, true);
+    if (trap.Succeeded()) return true;
+    GrabKeyOnRoot(stepKeycode_, false);  // another program holds it
+    stepKeycode_ = 0;
+    return false;
+}
+
+void X11Platform::UnregisterStepKey() {
+    if (!Ready()) return;
+    std::lock_guard lock(xLock_);
+    XErrorTrap trap(display_);
+    GrabKeyOnRoot(stepKeycode_, false);
+    stepKeycode_ = 0;
+    stepKeyDown_ = false;
 }
 
 // --- Pointer ------------------------------------------------------------------------------

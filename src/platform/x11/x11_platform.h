@@ -53,8 +53,12 @@ public:
     void RunDetached(std::function<void()> job) override;
     void StartWheelTimer(std::uint32_t periodMilliseconds) override;
     void StopWheelTimer() override;
+    void StartScanTimer(std::uint32_t delayMilliseconds) override;
+    void StopScanTimer() override;
     bool RegisterHotKey(const KeyCode& key) override;
     void UnregisterHotKey() override;
+    bool RegisterStepKey(const KeyCode& key) override;
+    void UnregisterStepKey() override;
     void BeginPointerCapture(ScreenPoint pinned) override;
     void EndPointerCapture() override;
     ScreenPoint CursorPosition() override;
@@ -91,6 +95,7 @@ private:
     void DrainEvents();
     void HandleEvent(_XEvent& event);
     void HandleRawEvent(_XEvent& event);
+    void GrabKeyOnRoot(unsigned keycode, bool grab);
     void GrabHotKey(bool grab);
     // Grabs the hot key on `keycode` instead of the one held; false (and no
     // grab) when there is no such key or another program holds it.
@@ -116,10 +121,13 @@ private:
     PlatformEvents* events_ = nullptr;
     QSocketNotifier* notifier_ = nullptr;
     QTimer wheelTimer_;
+    QTimer scanTimer_;  // one-shot: the switch scan's next step
 
     unsigned hotKeycode_ = 0;
     KeySymbol hotKeySymbol_ = kNoKeySymbol;  // what the hot key types; kept across mapping changes
     bool hotKeyDown_ = false;
+    unsigned stepKeycode_ = 0;  // the scan's step key while a scan holds it
+    bool stepKeyDown_ = false;
 
     XWindow pinWindow_ = 0;  // 1 x 1 input-only window the grab confines to
     XCursor blankCursor_ = 0;  // shown during the grab: the wheel draws its own cursor
