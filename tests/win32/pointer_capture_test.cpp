@@ -20,14 +20,26 @@ namespace {
 TEST(MouseHookVerdictTest, WhileCapturingOnlyZirvelsOwnEventsPass) {
     // Physical events (no extra information) and other programs' injected ones.
     for (const ULONG_PTR extra : {ULONG_PTR{0}, ULONG_PTR{0x1234}, ULONG_PTR{0xFF515700}}) {
-        EXPECT_EQ(JudgeMouseEvent(true, WM_LBUTTONDOWN, extra), HookVerdict::SwallowAndSelect) << extra;
-        EXPECT_EQ(JudgeMouseEvent(true, WM_LBUTTONUP, extra), HookVerdict::Swallow) << extra;
-        EXPECT_EQ(JudgeMouseEvent(true, WM_MOUSEMOVE, extra), HookVerdict::Swallow) << extra;
-        EXPECT_EQ(JudgeMouseEvent(true, WM_RBUTTONDOWN, extra), HookVerdict::Swallow) << extra;
+        EXPECT_EQ(JudgeMouseEvent(true, false, WM_LBUTTONDOWN, extra), HookVerdict::SwallowAndSelect) << extra;
+        EXPECT_EQ(JudgeMouseEvent(true, true, WM_LBUTTONUP, extra), HookVerdict::Swallow) << extra;
+        EXPECT_EQ(JudgeMouseEvent(true, false, WM_MOUSEMOVE, extra), HookVerdict::Swallow) << extra;
+        EXPECT_EQ(JudgeMouseEvent(true, false, WM_RBUTTONDOWN, extra), HookVerdict::Swallow) << extra;
     }
-    EXPECT_EQ(JudgeMouseEvent(true, WM_LBUTTONDOWN, kInjectedByZirvel), HookVerdict::Pass);
-    EXPECT_EQ(JudgeMouseEvent(true, WM_MOUSEMOVE, kInjectedByZirvel), HookVerdict::Pass);
-    EXPECT_EQ(JudgeMouseEvent(false, WM_LBUTTONDOWN, 0), HookVerdict::Pass);
+    EXPECT_EQ(JudgeMouseEvent(true, false, WM_LBUTTONDOWN, kInjectedByZirvel), HookVerdict::Pass);
+    EXPECT_EQ(JudgeMouseEvent(true, false, WM_MOUSEMOVE, kInjectedByZirvel), HookVerdict::Pass);
+    EXPECT_EQ(JudgeMouseEvent(false, false, WM_LBUTTONDOWN, 0), HookVerdict::Pass);
+}
+
+TEST(MouseHookVerdictTest, TheReleaseOfThePressThatSelectedIsSwallowedAfterTheWheelHid) {
+    for (const ULONG_PTR extra : {ULONG_PTR{0}, ULONG_PTR{0x1234}}) {
+        EXPECT_EQ(JudgeMouseEvent(false, true, WM_LBUTTONUP, extra), HookVerdict::Swallow) << extra;
+        // Everything else goes to the program the wheel hid from.
+        EXPECT_EQ(JudgeMouseEvent(false, true, WM_MOUSEMOVE, extra), HookVerdict::Pass) << extra;
+        EXPECT_EQ(JudgeMouseEvent(false, true, WM_LBUTTONDOWN, extra), HookVerdict::Pass) << extra;
+        EXPECT_EQ(JudgeMouseEvent(false, false, WM_LBUTTONUP, extra), HookVerdict::Pass) << extra;
+    }
+    // Zirvel's own release (a function's click) always passes.
+    EXPECT_EQ(JudgeMouseEvent(false, true, WM_LBUTTONUP, kInjectedByZirvel), HookVerdict::Pass);
 }
 
 TEST(MouseHookVerdictTest, AHookLooksRemovedWhenRawInputSawTheMouseAndItDidNot) {
@@ -49,6 +61,72 @@ TEST(MouseHookThreadTest, CaptureInstallsTheHookOnItsThreadAndReleaseRemovesIt) 
     hook.Release();
     EXPECT_FALSE(hook.Installed());
     DestroyWindow(window);
+}
+
+// Sends a left-button event as another program (or a mouse) would.
+void SendLeftButton(DWORD flag) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flag;
+    SendInput(1, &input, sizeof(INPUT));
+}
+
+// Waits (at most 3 s) until `done`, taking the messages of this thread.
+template <typename Done>
+bool PumpUntil(Done done) {
+    const ULONGLONG end = GetTickCount64() + 3000;
+    while (!done()) {
+        if (GetTickCount64() > end) return false;
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+        Sleep(1);
+    }
+    return true;
+}
+
+class HeldPressTest : public ::testing::Test {
+protected:
+    static constexpr UINT kSelect = WM_APP + 2;
+
+    // A left press while capturing: the hook swallowed it and asked for a selection.
+    void PressToSelect() {
+        ASSERT_TRUE(hook_.Capture());
+        SendLeftButton(MOUSEEVENTF_LEFTDOWN);
+        MSG message;
+        ASSERT_TRUE(PumpUntil([&] { return PeekMessageW(&message, window_, kSelect, kSelect, PM_REMOVE) != 0; }))
+            << "the press did not select";
+    }
+
+    const HWND window_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    MouseHookThread hook_{window_, kSelect};
+    ~HeldPressTest() override { DestroyWindow(window_); }
+};
+
+TEST_F(HeldPressTest, TheHookStaysUntilThePressThatSelectedIsReleased) {
+    PressToSelect();
+    hook_.Release();  // the selection hid the wheel
+    EXPECT_TRUE(hook_.Installed()) << "the release would reach the program under the cursor";
+    SendLeftButton(MOUSEEVENTF_LEFTUP);
+    EXPECT_TRUE(PumpUntil([&] { return !hook_.Installed(); })) << "the hook stayed after the release";
+}
+
+TEST_F(HeldPressTest, AReleaseThatNeverComesIsWaitedForASecond) {
+    PressToSelect();
+    hook_.Release();
+    EXPECT_TRUE(hook_.Installed());
+    EXPECT_TRUE(PumpUntil([&] { return !hook_.Installed(); })) << "the hook stayed";
+    SendLeftButton(MOUSEEVENTF_LEFTUP);  // the button is up again for the tests after
+}
+
+TEST_F(HeldPressTest, ShowingTheWheelAgainKeepsTheHook) {
+    PressToSelect();
+    hook_.Release();
+    ASSERT_TRUE(hook_.Capture());
+    SendLeftButton(MOUSEEVENTF_LEFTUP);
+    Sleep(1200);  // past the wait for the release
+    EXPECT_TRUE(hook_.Installed());
+    hook_.Release();
+    EXPECT_FALSE(hook_.Installed());
 }
 
 RAWMOUSE Absolute(LONG x, LONG y, USHORT flags = MOUSE_MOVE_ABSOLUTE) {

@@ -23,7 +23,10 @@ enum class HookVerdict {
     Swallow,           // the user's: it never reaches the program under the pinned cursor
     SwallowAndSelect,  // the user's left press: it selects on the wheel
 };
-HookVerdict JudgeMouseEvent(bool capturing, WPARAM message, ULONG_PTR extraInfo);
+// `selectingPressHeld`: a left press selected and its release has not come
+// yet. That release is the user's too, although the selection hid the wheel
+// before it came: it never reaches the program the wheel hid from.
+HookVerdict JudgeMouseEvent(bool capturing, bool selectingPressHeld, WPARAM message, ULONG_PTR extraInfo);
 
 // The hook has missed events that raw input saw: it was removed. `rawTick`
 // is when raw input last saw the mouse, `hookTick` when the hook last ran,
@@ -43,7 +46,9 @@ public:
     // GUI. Installs the hook (when it is not) and swallows the user's
     // events from now on; false when the hook could not be installed.
     bool Capture();
-    // GUI. Lets every event through and removes the hook.
+    // GUI. Lets every event through and removes the hook; while a press
+    // that selected is held, once its release has been swallowed (or
+    // after a second, when it never comes).
     void Release();
     // GUI. Removes and installs the hook again (Windows dropped it).
     void Reinstall();
@@ -58,13 +63,19 @@ private:
     void Ask(UINT command);
     void Install();
     void Remove();
+    // On the thread: the hook goes once the held press is released.
+    void RemoveAfterRelease();
+    void StopReleaseTimer();
 
     HWND selectWindow_;
     UINT selectMessage_;
     std::atomic<bool> capturing_{false};
+    std::atomic<bool> selectingPressHeld_{false};
     std::atomic<bool> installed_{false};
     std::atomic<std::uint64_t> lastEventTick_{0};
     HHOOK hook_ = nullptr;  // the thread's own
+    bool removeAfterRelease_ = false;  // the thread's own
+    UINT_PTR releaseTimer_ = 0;        // the thread's own
     HANDLE answered_ = nullptr;
     std::atomic<DWORD> threadId_{0};
     std::thread thread_;
