@@ -11,8 +11,10 @@
 namespace zirvel {
 namespace {
 
-// Worker threads get this long (in real time) to reach their next sleep.
-constexpr auto kSettleTimeout = std::chrono::seconds(10);
+// Worker threads get this long (in real time) to reach their next sleep: a
+// bound against a worker that hangs, far beyond what a machine busy with
+// other builds and a Wine prefix being made takes (10 s was not).
+constexpr auto kSettleTimeout = std::chrono::seconds(60);
 
 }  // namespace
 
