@@ -1,8 +1,10 @@
 // The page on which a wheels file is edited: a tree of wheels and their
 // functions, the selected function's fields and step sequence, and a
 // preview of the selected wheel. "Aktywuj" hands the saved file to the engine.
-// The step sequence is implemented in wheel_editor_steps.cpp, the selected
-// wheel's programs in wheel_editor_programs.cpp.
+// The tree, the file and the preview are implemented here; the selected
+// function's fields in wheel_editor_fields.cpp, its step sequence in
+// wheel_editor_steps.cpp and the selected wheel's programs in
+// wheel_editor_programs.cpp.
 #pragma once
 
 #include <QWidget>
